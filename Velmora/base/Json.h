@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace orvella {
+
+/// A JSON value (RFC 8259). Integers stay exact over the whole range of `qint64`.
+class Json final {
+public:
+    using Array = std::vector<Json>;
+    using Object = std::map<QString, Json>;
+
+    /// Deeper nesting is refused: nothing that this program reads comes near it.
+    static constexpr int kGreatestDepth = 128;
+
+    Json() = default;
+    Json(bool value);
+    Json(qint64 value);
+    Json(double value);
+    Json(QString value);
+    Json(Array value);
+    Json(Object value);
+
+    /// Reads one JSON text in UTF-8. Of equal keys the last one counts. A text that is not JSON is `undecodable`.
+    [[nodiscard]] static Result<Json> parse(const QByteArray& text);
+
+    /// The compact text. Fails with `unencodable` on a string that is not valid Unicode or a number that is not finite.
+    [[nodiscard]] Result<QByteArray> serialise() const;
+
+    [[nodiscard]] bool isNull() const;
+    // Each answers null where the value is of another type.
+    [[nodiscard]] const bool* boolean() const;
+    [[nodiscard]] const QString* string() const;
+    [[nodiscard]] const Array* array() const;
+    [[nodiscard]] const Object* object() const;
+
+    /// A number that is integral as it is written and within the range of `qint64`, 15, 15.0 and 1.5e1 are the same.
+    [[nodiscard]] std::optional<qint64> integer() const;
+    /// Any number.
+    [[nodiscard]] std::optional<double> number() const;
+
+    friend bool operator==(const Json&, const Json&) = default;
+
+private:
+    // A double here is never an exact integer.
+    std::variant<std::monostate, bool, qint64, double, QString, Array, Object> m_value;
+};
+
+} // namespace orvella

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/Secret.h"
+
+#include <QCoroTask>
+#include <QString>
+
+#include <optional>
+#include <stop_token>
+
+namespace orvella {
+
+/// The viewer's keyring: one item for each service and account.
+///
+/// Nothing here blocks the main thread. Failures are silent by contract: a store that refuses reads as empty and keeps
+/// what it has. While the viewer is being asked to unlock the keyring, calls wait.
+class SecretStore {
+public:
+    virtual ~SecretStore() = default;
+
+    /// The item's bytes. Nothing where there clearly is no item, where the viewer refuses to unlock, where there is no
+    /// store, or where `stop` was requested.
+    virtual QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) = 0;
+
+    /// Adds an item. It does not look for an older one: remove that first.
+    virtual QCoro::Task<> add(QString service, QString account, Secret value) = 0;
+
+    /// Removes every item of the service and account.
+    virtual QCoro::Task<> remove(QString service, QString account) = 0;
+};
+
+} // namespace orvella

@@ -1,0 +1,32 @@
+find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+
+# One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
+#
+# LIBRARIES  what it tests
+# COMMAND    what to start the program with, for example a private session bus; it precedes the program
+# ENVIRONMENT, LABELS, TIMEOUT  as CTest knows them
+function(velmora_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
+    cmake_path(GET name FILENAME file)
+    set(target ${file}Test)
+    add_executable(${target} ${name}Test.cpp)
+    target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} velmora_support Qt6::Test velmora_options)
+    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    add_test(NAME ${name} COMMAND ${arg_COMMAND} $<TARGET_FILE:${target}>)
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    set_property(TEST ${name} PROPERTY ENVIRONMENT
+        LC_ALL=C.UTF-8
+        QT_QPA_PLATFORM=offscreen
+        ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
+        LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0
+        UBSAN_OPTIONS=print_stacktrace=1
+        TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:second_deadlock_stack=1
+        ${arg_ENVIRONMENT}
+    )
+    if(arg_LABELS)
+        set_property(TEST ${name} PROPERTY LABELS ${arg_LABELS})
+    endif()
+endfunction()

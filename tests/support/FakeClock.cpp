@@ -1,0 +1,43 @@
+#include "support/FakeClock.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+namespace orvella {
+
+Clock::TimerId FakeClock::startTimer(duration pause, std::function<void()> elapsed)
+{
+    m_timers.emplace(Due {m_now + pause, ++m_lastId}, std::move(elapsed));
+    return TimerId {m_lastId};
+}
+
+void FakeClock::stopTimer(TimerId timer)
+{
+    std::erase_if(m_timers, [timer](const auto& entry) { return TimerId {entry.first.order} == timer; });
+}
+
+void FakeClock::advance(duration pause)
+{
+    settle();
+    const auto end = m_now + pause;
+    while (!m_timers.empty() && m_timers.begin()->first.at <= end) {
+        const auto due = m_timers.extract(m_timers.begin());
+        m_now = std::max(m_now, due.key().at);
+        due.mapped()();
+        settle();
+    }
+    m_now = end;
+}
+
+void settle()
+{
+    // Posted work may post more; a bounded number of rounds keeps a test that never settles from hanging.
+    for (int round = 0; round < 100; ++round) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+} // namespace orvella

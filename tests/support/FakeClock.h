@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Clock.h"
+
+#include <map>
+
+namespace orvella {
+
+/// Virtual time: nothing passes until the test says so.
+class FakeClock final : public Clock {
+public:
+    [[nodiscard]] time_point now() const override { return m_now; }
+
+    TimerId startTimer(duration pause, std::function<void()> elapsed) override;
+    void stopTimer(TimerId timer) override;
+
+    /// Lets time pass: the timers that are due elapse one after the other, each at its own time, and after each of them
+    /// the main loop's posted work is done.
+    void advance(duration pause);
+
+    /// How many flows are asleep.
+    [[nodiscard]] std::size_t sleepers() const { return m_timers.size(); }
+
+private:
+    struct Due {
+        time_point at;
+        qint64 order;
+
+        friend auto operator<=>(const Due&, const Due&) = default;
+    };
+
+    time_point m_now {std::chrono::hours(1)};
+    qint64 m_lastId = 0;
+    std::map<Due, std::function<void()>> m_timers;
+};
+
+/// Does what the main loop has been given to do, until nothing is left.
+void settle();
+
+} // namespace orvella
