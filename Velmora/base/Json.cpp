@@ -206,6 +206,11 @@ Json::Json(QString value)
 {
 }
 
+Json::Json(const QStringList& values)
+    : m_value(Array(values.cbegin(), values.cend()))
+{
+}
+
 Json::Json(Array value)
     : m_value(std::move(value))
 {

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <optional>
@@ -26,8 +27,10 @@ public:
     Json(qint64 value);
     Json(double value);
     Json(QString value);
+    Json(const QStringList& values);
     Json(Array value);
     Json(Object value);
+    Json(const char*) = delete;
 
     /// Reads one JSON text in UTF-8. Of equal keys the last one counts. A text that is not JSON is `undecodable`.
     [[nodiscard]] static Result<Json> parse(const QByteArray& text);

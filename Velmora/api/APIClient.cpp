@@ -1,0 +1,99 @@
+#include "api/APIClient.h"
+
+#include "api/Endpoints.h"
+#include "platform/Device.h"
+#include "platform/Platform.h"
+#include "platform/SettingsStore.h"
+#include "platform/ViewerLocale.h"
+
+namespace orvella {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QUrl serviceAddress(const SettingsStore& settings)
+{
+    const auto text = settings.string(u"apiBaseURL"_s).value_or(QStringLiteral(ORVELLA_SERVICE_URL));
+    const QUrl address(text, QUrl::StrictMode);
+    if (!address.isValid() || address.isRelative())
+        qFatal("The address of the service, the setting apiBaseURL, is not a valid address.");
+    return address;
+}
+
+} // namespace
+
+APIClient::APIClient(const Platform& platform, Transport& transport)
+    : m_baseURL(serviceAddress(platform.settings))
+    , m_keychain(platform.secrets)
+    , m_transport(transport)
+    , m_device(platform.device)
+    , m_locale(platform.locale)
+{
+}
+
+QCoro::Task<Result<DeviceRegistration>> APIClient::registerDevice(
+    bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
+{
+    return post<DeviceRegistration>(endpoints::kRegister,
+        {
+            {u"deviceName"_s, m_device.name().value_or(u"Mac"_s)},
+            {u"appVersion"_s, m_device.applicationVersion().value_or(u"0.1.0"_s)},
+            {u"anonymousMode"_s, anonymousMode},
+            {u"appSignalConsent"_s, appSignalConsent},
+            {u"autoOpenAds"_s, autoOpenAds},
+            {u"language"_s, language()},
+        },
+        Authorization::none, std::move(stop));
+}
+
+QCoro::Task<Result<EmptyPayload>> APIClient::preferences(
+    bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
+{
+    return post<EmptyPayload>(endpoints::kPreferences,
+        {
+            {u"anonymousMode"_s, anonymousMode},
+            {u"appSignalConsent"_s, appSignalConsent},
+            {u"autoOpenAds"_s, autoOpenAds},
+        },
+        Authorization::deviceToken, std::move(stop));
+}
+
+QCoro::Task<Result<AdSession>> APIClient::startSession(AvailableAd ad, bool anonymousMode, std::stop_token stop)
+{
+    return post<AdSession>(endpoints::kSessionStart,
+        {
+            {u"campaignId"_s, ad.campaignId},
+            {u"creativeId"_s, ad.creativeId},
+            {u"anonymousMode"_s, anonymousMode},
+            {u"language"_s, ad.language},
+            {u"matchedCategories"_s, ad.matchedCategories},
+        },
+        Authorization::deviceToken, std::move(stop));
+}
+
+QCoro::Task<Result<CompletionResponse>> APIClient::complete(QString sessionId, std::stop_token stop)
+{
+    return post<CompletionResponse>(endpoints::kSessionComplete, {{u"sessionId"_s, std::move(sessionId)}},
+        Authorization::deviceToken, std::move(stop));
+}
+
+QString APIClient::language() const
+{
+    return m_locale.languageCode().value_or(u"en"_s);
+}
+
+QCoro::Task<> APIClient::run(std::shared_ptr<ServiceCallBase> call, Authorization authorization, std::stop_token stop)
+{
+    if (authorization == Authorization::deviceToken) {
+        auto token = co_await m_keychain.deviceToken(stop);
+        if (stop.stop_requested())
+            co_return;
+        // Without a token the request goes out as it is, and the service decides.
+        if (token)
+            call->authorize(*std::move(token));
+    }
+    co_await m_transport.run(call, stop);
+}
+
+} // namespace orvella

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "api/Records.h"
+#include "api/ServiceCall.h"
+#include "core/Keychain.h"
+
+namespace orvella {
+
+class Device;
+class SettingsStore;
+class Transport;
+class ViewerLocale;
+struct Platform;
+
+/// The one gateway between the program and the service. Keeps no state of its own: the token is read anew for each call.
+///
+/// Calls run away from the main thread and resume their callers on it. A call whose `stop` was requested ends at once
+/// with a cancellation. Whoever owns the client requests the stop of all calls before it goes.
+class APIClient final {
+public:
+    enum class Authorization { none, deviceToken };
+
+    /// Talks to the address in the setting "apiBaseURL", else to the production service. An address that is none stops
+    /// the program: it is a mistake of whoever set it.
+    APIClient(const Platform& platform, Transport& transport);
+
+    APIClient(const APIClient&) = delete;
+    APIClient& operator=(const APIClient&) = delete;
+
+    [[nodiscard]] const QUrl& baseURL() const { return m_baseURL; }
+
+    /// Sends `body` as JSON to `path`. Fails on any status outside 200...299 and on an answer that is not a `T`.
+    template <WireRecord T>
+    QCoro::Task<Result<T>> post(QString path, Json::Object body, Authorization authorization, std::stop_token stop)
+    {
+        return exchange<T>({m_baseURL, "POST", std::move(path), Json(std::move(body)), {}}, authorization, stop);
+    }
+
+    /// Asks for `path`, always with the device token.
+    template <WireRecord T> QCoro::Task<Result<T>> get(QString path, std::stop_token stop)
+    {
+        return exchange<T>({m_baseURL, "GET", std::move(path), {}, {}}, Authorization::deviceToken, stop);
+    }
+
+    QCoro::Task<Result<DeviceRegistration>> registerDevice(
+        bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop);
+    QCoro::Task<Result<EmptyPayload>> preferences(
+        bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop);
+    QCoro::Task<Result<AdSession>> startSession(AvailableAd ad, bool anonymousMode, std::stop_token stop);
+    QCoro::Task<Result<CompletionResponse>> complete(QString sessionId, std::stop_token stop);
+
+    /// The viewer's language as the service is told it, "en" where the locale has none.
+    [[nodiscard]] QString language() const;
+
+private:
+    template <WireRecord T>
+    QCoro::Task<Result<T>> exchange(ServiceRequest request, Authorization authorization, std::stop_token stop)
+    {
+        auto call = std::make_shared<ServiceCall<T>>(std::move(request));
+        co_await run(call, authorization, stop);
+        if (stop.stop_requested())
+            co_return failed(Failure::Kind::cancelled);
+        co_return call->answer();
+    }
+
+    QCoro::Task<> run(std::shared_ptr<ServiceCallBase> call, Authorization authorization, std::stop_token stop);
+
+    QUrl m_baseURL;
+    Keychain m_keychain;
+    Transport& m_transport;
+    const Device& m_device;
+    const ViewerLocale& m_locale;
+};
+
+} // namespace orvella

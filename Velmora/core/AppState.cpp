@@ -1,0 +1,314 @@
+#include "core/AppState.h"
+
+#include "api/Endpoints.h"
+#include "platform/LoginItem.h"
+#include "platform/ViewerLocale.h"
+
+#include <algorithm>
+
+namespace orvella {
+
+using namespace std::chrono_literals;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qint64 kFirstPollSeconds = 300;
+constexpr qint64 kShortestPollSeconds = 60;
+constexpr qint64 kLongestPollSeconds = 900;
+/// How long a poll loop without its state waits.
+constexpr auto kOrphanInterval = 300s;
+
+constexpr QLatin1String kDidConfigureLaunchAtLogin {"didConfigureLaunchAtLogin"};
+
+} // namespace
+
+AppState::AppState(const Platform& platform, Transport& transport)
+    : m_platform(platform)
+    , m_api(platform, transport)
+    , m_keychain(platform.secrets)
+    , m_pollSeconds(kFirstPollSeconds)
+    , m_suppressedCreativeIds(platform.clock)
+{
+    registerLoginItemOnFirstRun();
+    launchAtLogin = isLoginItemEnabled();
+}
+
+AppState::~AppState()
+{
+    m_pollTask.request_stop();
+    m_lifetime.request_stop();
+}
+
+QCoro::Task<> AppState::bootstrap()
+{
+    const auto stop = m_lifetime.get_token();
+    const auto token = co_await m_keychain.deviceToken(stop);
+    if (stop.stop_requested())
+        co_return;
+    if (!token) {
+        const auto registered = co_await registerDevice(stop);
+        if (stop.stop_requested())
+            co_return;
+        if (!registered)
+            co_return;
+    }
+    co_await refreshWallet(stop);
+    if (stop.stop_requested())
+        co_return;
+    co_await heartbeat(stop);
+    if (stop.stop_requested())
+        co_return;
+    startPolling();
+    // Deliberate: a start counts as a success once the poll loop runs, whatever the wallet and the heartbeat said.
+    lastError = std::nullopt;
+}
+
+QCoro::Task<bool> AppState::registerDevice(std::stop_token stop)
+{
+    const auto registration
+        = co_await m_api.registerDevice(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
+    if (stop.stop_requested())
+        co_return false;
+    if (!registration) {
+        // Deliberate: nothing tries again in this run.
+        lastError = registration.error().description;
+        statusTitle = u"OFF"_s;
+        co_return false;
+    }
+    co_await m_keychain.deleteToken(Keychain::kService);
+    if (stop.stop_requested())
+        co_return false;
+    co_await m_keychain.writeToken(registration->deviceToken, Keychain::kService);
+    if (stop.stop_requested())
+        co_return false;
+    activationCode = registration->activationCode;
+    verificationUri = registration->verificationUri;
+    setPollSeconds(registration->pollSeconds);
+    co_return true;
+}
+
+void AppState::startPolling()
+{
+    m_pollTask.request_stop();
+    m_pollTask = std::stop_source();
+    QMetaObject::invokeMethod(
+        this, [this, stop = m_pollTask.get_token()] { poll(this, m_platform.clock, stop); }, Qt::QueuedConnection);
+}
+
+QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_token stop)
+{
+    while (!stop.stop_requested()) {
+        if (self)
+            co_await self->heartbeat(stop);
+        if (stop.stop_requested())
+            co_return;
+        if (self)
+            co_await self->pollForAd(stop);
+        if (stop.stop_requested())
+            co_return;
+        const auto pause = self ? std::chrono::seconds(self->m_pollSeconds) : kOrphanInterval;
+        co_await clock.sleep(pause, stop);
+    }
+}
+
+QCoro::Task<> AppState::heartbeat()
+{
+    return heartbeat(m_lifetime.get_token());
+}
+
+QCoro::Task<> AppState::heartbeat(std::stop_token stop)
+{
+    const auto categories = currentConsentedCategories();
+    auto body = availabilityBody(categories);
+    body.insert_or_assign(u"rawAppCount"_s, categories.rawAppCount);
+    const auto answer = co_await m_api.post<EmptyPayload>(
+        endpoints::kHeartbeat, std::move(body), APIClient::Authorization::deviceToken, stop);
+    if (stop.stop_requested())
+        co_return;
+    noteOutcome(answer);
+}
+
+QCoro::Task<> AppState::pollForAd()
+{
+    return pollForAd(m_lifetime.get_token());
+}
+
+QCoro::Task<> AppState::pollForAd(std::stop_token stop)
+{
+    auto body = availabilityBody(currentConsentedCategories());
+    const auto answer = co_await m_api.post<AvailabilityResponse>(
+        endpoints::kAdsAvailable, std::move(body), APIClient::Authorization::deviceToken, stop);
+    if (stop.stop_requested())
+        co_return;
+    if (answer)
+        offer(*answer);
+    noteOutcome(answer);
+}
+
+void AppState::offer(const AvailabilityResponse& response)
+{
+    if (response.pollSeconds)
+        setPollSeconds(*response.pollSeconds);
+    // Deliberate: the flag `available` is not asked, only the presence of an ad decides.
+    if (response.ad && !isSuppressed(*response.ad)) {
+        availableAd = response.ad;
+        statusTitle = kAdTitle;
+    } else {
+        availableAd = std::nullopt;
+        statusTitle = balanceTitle();
+    }
+}
+
+Json::Object AppState::availabilityBody(const AppSignalClassifier::Categories& categories) const
+{
+    return {
+        {u"anonymousMode"_s, anonymousMode()},
+        {u"appSignalConsent"_s, appSignalConsent()},
+        {u"autoOpenAds"_s, autoOpenAds()},
+        {u"language"_s, m_api.language()},
+        {u"categories"_s, categories.keys},
+    };
+}
+
+AppSignalClassifier::Categories AppState::currentConsentedCategories() const
+{
+    if (anonymousMode() || !appSignalConsent())
+        return {};
+    return AppSignalClassifier::currentCategories(m_platform.applications);
+}
+
+bool AppState::isSuppressed(const AvailableAd& ad)
+{
+    return m_suppressedCreativeIds.isSuppressed(ad.creativeId);
+}
+
+void AppState::suppress(const AvailableAd& ad)
+{
+    m_suppressedCreativeIds.suppress(ad.creativeId);
+}
+
+QCoro::Task<> AppState::refreshWallet()
+{
+    return refreshWallet(m_lifetime.get_token());
+}
+
+QCoro::Task<> AppState::refreshWallet(std::stop_token stop)
+{
+    const auto answer = co_await m_api.get<WalletResponse>(endpoints::kWallet, stop);
+    if (stop.stop_requested())
+        co_return;
+    if (answer) {
+        linked = answer->linked;
+        availableCents = answer->wallet.availableCents;
+        pendingCents = answer->wallet.pendingCents;
+        paidCents = answer->wallet.paidCents;
+        lifetimeCents = answer->wallet.lifetimeCents;
+        statusTitle = availableAd() ? QString(kAdTitle) : balanceTitle();
+    }
+    noteOutcome(answer);
+}
+
+void AppState::finishAd(const AvailableAd& ad)
+{
+    suppress(ad);
+    if (availableAd() && availableAd()->creativeId == ad.creativeId)
+        availableAd = std::nullopt;
+    // Deliberate: also while a different ad stays on offer; the next poll brings "AD" back.
+    statusTitle = balanceTitle();
+}
+
+void AppState::anonymousModeAssigned()
+{
+    if (anonymousMode() && appSignalConsent())
+        appSignalConsent = false;
+    anonymousMode.store();
+    startSendingPreferences();
+}
+
+void AppState::appSignalConsentAssigned()
+{
+    if (appSignalConsent() && !ageConfirmed()) {
+        // The refusal is what is stored and sent, by this same rule.
+        appSignalConsent = false;
+        return;
+    }
+    appSignalConsent.store();
+    startSendingPreferences();
+}
+
+void AppState::ageConfirmedAssigned()
+{
+    // Deliberate: the confirmation itself is never sent.
+    ageConfirmed.store();
+    if (!ageConfirmed() && appSignalConsent())
+        appSignalConsent = false;
+}
+
+void AppState::autoOpenAdsAssigned()
+{
+    autoOpenAds.store();
+    startSendingPreferences();
+}
+
+void AppState::startSendingPreferences()
+{
+    QMetaObject::invokeMethod(this, [this] { sendPreferences(); }, Qt::QueuedConnection);
+}
+
+QCoro::Task<> AppState::sendPreferences()
+{
+    return sendPreferences(m_lifetime.get_token());
+}
+
+QCoro::Task<> AppState::sendPreferences(std::stop_token stop)
+{
+    const auto answer = co_await m_api.preferences(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
+    if (stop.stop_requested())
+        co_return;
+    noteOutcome(answer);
+}
+
+void AppState::setLaunchAtLogin(bool enabled)
+{
+    const auto changed = enabled ? m_platform.loginItem.registerItem() : m_platform.loginItem.unregisterItem();
+    if (!changed)
+        lastError = changed.error().description;
+    launchAtLogin = isLoginItemEnabled();
+    if (changed)
+        lastError = std::nullopt;
+}
+
+void AppState::registerLoginItemOnFirstRun()
+{
+    if (m_platform.settings.boolean(kDidConfigureLaunchAtLogin).value_or(false))
+        return;
+    // Deliberate: once ever, successful or not; a viewer who takes the item away has the last word.
+    static_cast<void>(m_platform.loginItem.registerItem());
+    m_platform.settings.setBoolean(kDidConfigureLaunchAtLogin, true);
+}
+
+bool AppState::isLoginItemEnabled() const
+{
+    return m_platform.loginItem.status() == LoginItem::Status::enabled;
+}
+
+template <class T> void AppState::noteOutcome(const Result<T>& answer)
+{
+    if (answer)
+        lastError = std::nullopt;
+    else
+        lastError = answer.error().description;
+}
+
+void AppState::setPollSeconds(qint64 seconds)
+{
+    m_pollSeconds = std::clamp(seconds, kShortestPollSeconds, kLongestPollSeconds);
+}
+
+QString AppState::balanceTitle() const
+{
+    return m_platform.locale.usDollars(availableCents());
+}
+
+} // namespace orvella
