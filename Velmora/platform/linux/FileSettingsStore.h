@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Json.h"
+#include "platform/SettingsStore.h"
+#include "platform/linux/AtomicFile.h"
+
+#include <QString>
+
+namespace orvella {
+
+/// The settings as a JSON object in a file, read once at construction and written, synced to the disk, at every change.
+///
+/// What the program does not know in the file stays in it. A file that cannot be read, or is not a JSON object, is
+/// moved aside under a new name ("settings.json.unreadable-1"); where even that is refused, or where the path leads to
+/// something other than a file, nothing is written in this run. A value that could not be written counts all the same
+/// until the program ends, and goes out with the next change.
+class FileSettingsStore final : public SettingsStore {
+public:
+    explicit FileSettingsStore(const QString& path);
+
+    [[nodiscard]] std::optional<bool> boolean(const QString& key) const override;
+    [[nodiscard]] std::optional<QString> string(const QString& key) const override;
+    void setBoolean(const QString& key, bool value) override;
+
+private:
+    void load();
+    void write() const;
+
+    AtomicFile m_file;
+    Json::Object m_values;
+    bool m_isWritable = false;
+};
+
+} // namespace orvella

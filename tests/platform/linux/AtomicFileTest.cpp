@@ -1,0 +1,208 @@
+#include "platform/linux/AtomicFile.h"
+
+#include "support/OrdinaryUser.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What the program asked of the file system, in order.
+QStringList& calls()
+{
+    static QStringList kept;
+    return kept;
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(absent)");
+}
+
+bool write(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+mode_t modeOf(const QString& path)
+{
+    struct stat found {};
+    return ::stat(QFile::encodeName(path).constData(), &found) == 0 ? found.st_mode & 07777 : 0;
+}
+
+QStringList entriesOf(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+} // namespace
+
+// These stand before the C library's own, so that the order of the calls can be seen; they do the same.
+extern "C" int fsync(int descriptor)
+{
+    struct stat found {};
+    ::fstat(descriptor, &found);
+    calls().append(S_ISDIR(found.st_mode) ? u"sync folder"_s : u"sync file"_s);
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+extern "C" int rename(const char* from, const char* to)
+{
+    calls().append(u"rename"_s);
+    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+class AtomicFileTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init()
+    {
+        m_folder.emplace();
+        QVERIFY(m_folder->isValid());
+        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+    }
+
+    void contentIsWrittenWithMissingFoldersForTheUserAlone()
+    {
+        const AtomicFile file(at(u"a/b/file"_s));
+
+        QVERIFY(file.replace("new"));
+
+        QCOMPARE(contentOf(at(u"a/b/file"_s)), "new");
+        QCOMPARE(modeOf(at(u"a"_s)), 0700u);
+        QCOMPARE(modeOf(at(u"a/b"_s)), 0700u);
+        QCOMPARE(modeOf(at(u"a/b/file"_s)), 0600u);
+    }
+
+    void anOldFileIsReplacedAndNotWrittenInto()
+    {
+        QVERIFY(write(at(u"file"_s), "old content"));
+        QFile reader(at(u"file"_s));
+        QVERIFY(reader.open(QIODevice::ReadOnly));
+
+        QVERIFY(AtomicFile(at(u"file"_s)).replace("new"));
+
+        QCOMPARE(reader.readAll(), "old content");
+        QCOMPARE(contentOf(at(u"file"_s)), "new");
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+    }
+
+    void theContentIsOnTheDiskBeforeItTakesTheNameAndTheNameBeforeTheCallReturns()
+    {
+        const AtomicFile file(at(u"file"_s));
+        calls().clear();
+
+        QVERIFY(file.replace("new"));
+
+        QCOMPARE(calls(), QStringList({u"sync file"_s, u"rename"_s, u"sync folder"_s}));
+    }
+
+    void aLinkStaysALinkAndItsTargetIsReplaced()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir(u"kept"_s));
+        QVERIFY(write(at(u"kept/real"_s), "old"));
+        QVERIFY(QFile::link(u"kept/real"_s, at(u"second"_s)));
+        QVERIFY(QFile::link(at(u"second"_s), at(u"first"_s)));
+        const AtomicFile file(at(u"first"_s));
+
+        QVERIFY(file.replace("new"));
+
+        QCOMPARE(file.target(), at(u"kept/real"_s));
+        QVERIFY(QFileInfo(at(u"first"_s)).isSymLink());
+        QVERIFY(QFileInfo(at(u"second"_s)).isSymLink());
+        QCOMPARE(contentOf(at(u"kept/real"_s)), "new");
+        QCOMPARE(entriesOf(at(u"kept"_s)), QStringList {u"real"_s});
+    }
+
+    void aLinkToNothingYetGetsItsTarget()
+    {
+        QVERIFY(QFile::link(u"kept/real"_s, at(u"link"_s)));
+
+        QVERIFY(AtomicFile(at(u"link"_s)).replace("new"));
+
+        QVERIFY(QFileInfo(at(u"link"_s)).isSymLink());
+        QCOMPARE(contentOf(at(u"kept/real"_s)), "new");
+    }
+
+    void linksInACircleAreRefused()
+    {
+        QVERIFY(QFile::link(u"b"_s, at(u"a"_s)));
+        QVERIFY(QFile::link(u"a"_s, at(u"b"_s)));
+        const AtomicFile file(at(u"a"_s));
+
+        const auto replaced = file.replace("new");
+
+        QVERIFY(!file.target());
+        QVERIFY(!replaced);
+        QCOMPARE(replaced.error().kind, Failure::Kind::refused);
+        QCOMPARE(entriesOf(m_folder->path()).size(), 2);
+    }
+
+    void aRefusalKeepsTheOldContentAndLeavesNothingBehind()
+    {
+        QVERIFY(write(at(u"file"_s), "old"));
+        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5555));
+        const OrdinaryUser user;
+
+        const auto replaced = AtomicFile(at(u"file"_s)).replace("new");
+
+        QVERIFY(!replaced);
+        QCOMPARE(replaced.error().kind, Failure::Kind::refused);
+        QVERIFY(!replaced.error().description.contains(m_folder->path()));
+        QCOMPARE(contentOf(at(u"file"_s)), "old");
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+    }
+
+    void aFolderInTheFilesPlaceIsRefusedAndLeavesNothingBehind()
+    {
+        QVERIFY(QDir(m_folder->path()).mkpath(u"file/inner"_s));
+
+        QVERIFY(!AtomicFile(at(u"file"_s)).replace("new"));
+
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+        QCOMPARE(entriesOf(at(u"file"_s)), QStringList {u"inner"_s});
+    }
+
+    void aFullDiskKeepsTheOldContent()
+    {
+        // A limit on the size of files stands for the full disk: the write fails half-way in the same manner.
+        QVERIFY(write(at(u"file"_s), "old"));
+        rlimit before {};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small {4, before.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
+
+        const auto replaced = AtomicFile(at(u"file"_s)).replace("much longer than four bytes");
+        ::setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+
+        QVERIFY(!replaced);
+        QCOMPARE(contentOf(at(u"file"_s)), "old");
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+    }
+
+private:
+    [[nodiscard]] QString at(const QString& name) const { return m_folder->path() + u'/' + name; }
+
+    std::optional<QTemporaryDir> m_folder;
+};
+
+QTEST_GUILESS_MAIN(AtomicFileTest)
+
+#include "AtomicFileTest.moc"
