@@ -1,4 +1,7 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Network Test)
+
+# Builds the tests labelled `threads`, which the thread sanitizer runs.
+add_custom_target(threads)
 
 # One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
 #
@@ -28,5 +31,8 @@ function(velmora_test name)
     )
     if(arg_LABELS)
         set_property(TEST ${name} PROPERTY LABELS ${arg_LABELS})
+    endif()
+    if(threads IN_LIST arg_LABELS)
+        add_dependencies(threads ${target})
     endif()
 endfunction()

@@ -1,0 +1,213 @@
+#include "api/CurlTransfer.h"
+
+#include "api/CurlFailure.h"
+#include "base/Version.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <memory>
+
+namespace orvella {
+
+namespace {
+
+using Easy = std::unique_ptr<CURL, decltype([](CURL* easy) { curl_easy_cleanup(easy); })>;
+using HeaderList = std::unique_ptr<curl_slist, decltype([](curl_slist* list) { curl_slist_free_all(list); })>;
+
+struct Incoming {
+    qsizetype greatest;
+    qsizetype headSize = 0;
+    QByteArray body;
+    bool isTooLarge = false;
+};
+
+// libcurl calls these two with the bytes as they come in; another answer than their number ends the transfer.
+std::size_t takeHead(const char*, std::size_t, std::size_t count, void* into)
+{
+    auto& incoming = *static_cast<Incoming*>(into);
+    incoming.headSize += static_cast<qsizetype>(count);
+    incoming.isTooLarge = incoming.headSize > incoming.greatest;
+    return incoming.isTooLarge ? 0 : count;
+}
+
+std::size_t takeBody(const char* bytes, std::size_t, std::size_t count, void* into)
+{
+    auto& incoming = *static_cast<Incoming*>(into);
+    const auto size = static_cast<qsizetype>(count);
+    incoming.isTooLarge = size > incoming.greatest - incoming.body.size();
+    if (incoming.isTooLarge)
+        return 0;
+    incoming.body.append(bytes, size);
+    return count;
+}
+
+bool append(HeaderList& list, const QByteArray& line)
+{
+    auto* const longer = curl_slist_append(list.get(), line.constData());
+    if (longer == nullptr)
+        return false;
+    static_cast<void>(list.release());
+    list.reset(longer);
+    return true;
+}
+
+bool isOneLine(const QByteArray& text)
+{
+    return std::ranges::none_of(text, [](char byte) { return byte == '\r' || byte == '\n' || byte == '\0'; });
+}
+
+// libcurl takes "name;" for a header without a value.
+QByteArray line(const HttpRequest::Header& header)
+{
+    return header.second.isEmpty() ? header.first + ';' : header.first + ": " + header.second;
+}
+
+// All that goes out but Host, whose spelling is libcurl's. What would be added unasked is set here, in lower case.
+HeaderList headerList(const HttpRequest& request)
+{
+    std::vector<QByteArray> lines {
+        "user-agent: Orvella/" + QByteArray(kVersion.data(), kVersion.size()), "accept: */*", "expect:"};
+    if (request.method == "POST")
+        lines.push_back("content-length: " + QByteArray::number(request.body.size()));
+    for (const auto& header : request.headers) {
+        if (!isOneLine(header.first) || !isOneLine(header.second))
+            return {};
+        lines.push_back(line(header));
+    }
+
+    HeaderList list;
+    const auto isComplete = std::ranges::all_of(lines, [&list](const auto& each) { return append(list, each); });
+    return isComplete ? std::move(list) : HeaderList {};
+}
+
+void setRequest(CURL* easy, const HttpRequest& request, const QByteArray& url, const HeaderList& headers)
+{
+    curl_easy_setopt(easy, CURLOPT_URL, url.constData());
+    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
+    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers.get());
+    if (request.method == "POST") {
+        curl_easy_setopt(easy, CURLOPT_POST, 1L);
+        curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+        curl_easy_setopt(easy, CURLOPT_POSTFIELDS, request.body.constData());
+    }
+}
+
+void setRules(CURL* easy, const CurlOptions& options)
+{
+    // libcurl sends a request again when a kept connection breaks, or when HTTP/2 says that it was not looked at. A
+    // completion must be sent once, so there is a new connection for each and no HTTP/2.
+    curl_easy_setopt(easy, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
+    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+
+    // A redirect would take the token along.
+    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
+
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+    curl_easy_setopt(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    if (!options.authorities.isEmpty())
+        curl_easy_setopt(easy, CURLOPT_CAINFO, options.authorities.constData());
+
+    curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.limit.count()));
+    // Signals belong to the program, and a name service that does not answer must not hold up an end.
+    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+}
+
+void setIncoming(CURL* easy, Incoming& incoming)
+{
+    // A declared length is refused before the body comes, any other one when it is passed.
+    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(incoming.greatest));
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, takeHead);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, &incoming);
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, takeBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, &incoming);
+}
+
+Failure failureOf(CURL* easy, CURLcode code)
+{
+    // libcurl reports a proxy that refuses as a connection that broke.
+    long proxyStatus = 0;
+    curl_easy_getinfo(easy, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+    if (code == CURLE_RECV_ERROR && proxyStatus >= 300)
+        return curlFailure(CURLE_PROXY, 0);
+
+    long verification = 0;
+    curl_easy_getinfo(easy, CURLINFO_SSL_VERIFYRESULT, &verification);
+    return curlFailure(code, verification);
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(CurlOptions options)
+    : m_options(std::move(options))
+    , m_multi(curl_multi_init())
+{
+    if (m_multi == nullptr)
+        qFatal("There is no memory for a request.");
+}
+
+CurlTransfer::~CurlTransfer()
+{
+    curl_multi_cleanup(m_multi);
+}
+
+Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
+{
+    const auto scheme = request.url.scheme();
+    if (scheme != u"https" && scheme != u"http")
+        return std::unexpected(curlFailure(CURLE_URL_MALFORMAT, 0));
+
+    const auto headers = headerList(request);
+    if (!headers)
+        return failed(Failure::Kind::unencodable,
+            QCoreApplication::translate("CurlTransport", "The request could not be written."));
+
+    const Easy easy(curl_easy_init());
+    const auto url = request.url.toEncoded();
+    Incoming incoming {.greatest = m_options.greatestReply, .body = {}};
+    setRequest(easy.get(), request, url, headers);
+    setRules(easy.get(), m_options);
+    setIncoming(easy.get(), incoming);
+
+    const auto code = drive(easy.get());
+    if (m_aborted)
+        return failed(Failure::Kind::cancelled);
+    if (incoming.isTooLarge)
+        return std::unexpected(answerTooLarge());
+    if (code != CURLE_OK)
+        return std::unexpected(failureOf(easy.get(), code));
+
+    long status = 0;
+    curl_easy_getinfo(easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    return HttpReply {static_cast<int>(status), std::move(incoming.body)};
+}
+
+CURLcode CurlTransfer::drive(CURL* easy)
+{
+    curl_multi_add_handle(m_multi, easy);
+    int running = 1;
+    auto state = CURLM_OK;
+    while (state == CURLM_OK && running > 0 && !m_aborted) {
+        state = curl_multi_perform(m_multi, &running);
+        if (state == CURLM_OK && running > 0)
+            state = curl_multi_poll(m_multi, nullptr, 0, 1000, nullptr);
+    }
+
+    int left = 0;
+    const auto* const message = curl_multi_info_read(m_multi, &left);
+    const auto code = message == nullptr ? CURLE_FAILED_INIT : message->data.result;
+    curl_multi_remove_handle(m_multi, easy);
+    return code;
+}
+
+void CurlTransfer::abort()
+{
+    m_aborted = true;
+    curl_multi_wakeup(m_multi);
+}
+
+} // namespace orvella

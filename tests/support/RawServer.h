@@ -1,0 +1,57 @@
+#pragma once
+
+#include "support/RawConnection.h"
+
+#include <QPointer>
+#include <QSslConfiguration>
+#include <QTcpServer>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace orvella {
+
+/// A server on the loopback that says what the test wants, byte for byte, and remembers what it heard.
+///
+/// It lives in the test's own main loop. See RawAnswers.h for ready answers.
+class RawServer final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Called with each whole request.
+    using Answer = std::function<void(RawConnection&, const RawRequest&)>;
+
+    explicit RawServer(Answer answer);
+    /// Speaks TLS.
+    RawServer(const QSslConfiguration& tls, Answer answer);
+
+    /// Called with each connection, before anything is read from it.
+    void onConnection(std::function<void(RawConnection&)> connected) { m_connected = std::move(connected); }
+
+    [[nodiscard]] quint16 port() const { return m_server->serverPort(); }
+
+    [[nodiscard]] QUrl url(const QString& path = QStringLiteral("/")) const;
+
+    /// How many connections there were, the ended ones included.
+    [[nodiscard]] std::size_t connections() const { return m_connections.size(); }
+
+    [[nodiscard]] std::size_t openConnections() const;
+
+    [[nodiscard]] const std::vector<RawRequest>& requests() const { return m_requests; }
+
+private:
+    RawServer(std::unique_ptr<QTcpServer> server, bool isSecure, Answer answer);
+
+    void accept();
+
+    std::unique_ptr<QTcpServer> m_server;
+    bool m_isSecure;
+    Answer m_answer;
+    std::function<void(RawConnection&)> m_connected = [](RawConnection&) {};
+    std::vector<RawConnection*> m_connections;
+    std::vector<RawRequest> m_requests;
+};
+
+} // namespace orvella
