@@ -46,7 +46,7 @@ public:
 
     [[nodiscard]] bool await_ready() const noexcept { return m_stop.stop_requested(); }
     void await_suspend(std::coroutine_handle<> waiting);
-    void await_resume() const noexcept { }
+    void await_resume() const noexcept {}
 
 private:
     struct State {

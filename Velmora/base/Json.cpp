@@ -234,8 +234,8 @@ Result<QByteArray> Json::serialise() const
 {
     const auto written = writable(*this);
     if (!written) {
-        return failed(Failure::Kind::unencodable,
-            QCoreApplication::translate("Json", "The text could not be written as JSON."));
+        return failed(
+            Failure::Kind::unencodable, QCoreApplication::translate("Json", "The text could not be written as JSON."));
     }
     return QByteArray::fromStdString(written->dump());
 }

@@ -75,8 +75,8 @@ private Q_SLOTS:
                  "\"\\ud800\"", "\"\xff\"", "NaN", "[1] x", "1e999", "// c\n1"})
             QTest::addRow("%s", text) << QByteArray(text);
         QTest::newRow("a NUL byte after the value") << QByteArray("1\0", 2);
-        QTest::newRow("nested too deeply") << QByteArray(Json::kGreatestDepth + 1, '[')
-                + QByteArray(Json::kGreatestDepth + 1, ']');
+        QTest::newRow("nested too deeply")
+            << QByteArray(Json::kGreatestDepth + 1, '[') + QByteArray(Json::kGreatestDepth + 1, ']');
         QTest::newRow("a megabyte of opened arrays") << QByteArray(1 << 20, '[');
     }
 
