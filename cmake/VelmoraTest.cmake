@@ -1,13 +1,13 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Network Test)
 
 # Builds the tests labelled `threads`, which the thread sanitizer runs.
-add_custom_target(threads)
+add_custom_target(thread_tests)
 
 # One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
 #
 # LIBRARIES  what it tests
 # COMMAND    what to start the program with, for example a private session bus; it precedes the program
-# ENVIRONMENT, LABELS, TIMEOUT  as CTest knows them
+# ENVIRONMENT, LABELS, TIMEOUT  as CTest knows them; the label "threads" has it run under the thread sanitizer too
 function(velmora_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
     cmake_path(GET name FILENAME file)
@@ -32,7 +32,7 @@ function(velmora_test name)
     if(arg_LABELS)
         set_property(TEST ${name} PROPERTY LABELS ${arg_LABELS})
     endif()
-    if(threads IN_LIST arg_LABELS)
-        add_dependencies(threads ${target})
+    if("threads" IN_LIST arg_LABELS)
+        add_dependencies(thread_tests ${target})
     endif()
 endfunction()

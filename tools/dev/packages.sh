@@ -1,0 +1,53 @@
+# shellcheck shell=bash
+# What each purpose needs of Debian 12. Sourced by ./dev.
+
+declare -A packages=(
+    [build]="clang-19 libclang-rt-19-dev lld-19 cmake ninja-build pkg-config
+        qt6-base-dev qcoro-qt6-dev qt6-httpserver-dev libcurl4-openssl-dev nlohmann-json3-dev libsecret-1-dev
+        libicu-dev libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-xinput-dev"
+    # A desktop without a screen: ./dev run shows the program in it, and tests run parts of it.
+    [desktop]="xvfb openbox xdotool imagemagick x11-utils xfce4-panel gnome-keyring dbus
+        fonts-dejavu-core adwaita-icon-theme"
+    [run]="libqt6sql6-sqlite curl"
+    [test]="libqt6sql6-sqlite libsecret-tools chromium chromium-driver openssl"
+    [lint]="clang-format-19 clang-tidy-19"
+)
+
+# Prints those of the given packages that are not installed.
+missing_packages() {
+    local installed
+    installed=$(dpkg-query --show --showformat '${Package}:${db:Status-Status}\n' "$@" 2>/dev/null || true)
+    local package
+    for package in "$@"; do
+        grep -qx "$package:installed" <<<"$installed" || echo "$package"
+    done
+}
+
+# Sees to it that the packages for these purposes are there: need build test
+need() {
+    local purpose wanted=()
+    for purpose in "$@"; do
+        # shellcheck disable=SC2206 # a list of words
+        wanted+=(${packages[$purpose]})
+    done
+
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        fail "this is not a Debian system; what Debian 12 calls ${wanted[*]} is needed"
+    fi
+
+    local missing
+    mapfile -t missing < <(missing_packages "${wanted[@]}")
+    ((${#missing[@]} > 0)) || return 0
+
+    local as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null || fail "root must install these packages first: ${missing[*]}"
+        as_root=(sudo)
+    fi
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=300)
+    echo "dev: installing ${missing[*]}"
+    # A source that does not answer matters only if a package then cannot be found.
+    "${apt[@]}" update || true
+    "${apt[@]}" install --yes --no-install-recommends "${missing[@]}" \
+        || fail "these packages could not be installed (Debian 12 has them all): ${missing[*]}"
+}
