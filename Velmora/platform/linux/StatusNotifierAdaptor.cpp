@@ -1,0 +1,78 @@
+#include "platform/linux/StatusNotifierAdaptor.h"
+
+#include <QDBusMetaType>
+
+#include <utility>
+
+namespace orvella {
+
+using namespace Qt::StringLiterals;
+
+StatusNotifierAdaptor::StatusNotifierAdaptor(QObject* item, QString id, Handlers handlers)
+    : QDBusAbstractAdaptor(item)
+    , m_id(std::move(id))
+    , m_handlers(std::move(handlers))
+{
+    qDBusRegisterMetaType<StatusPixmap>();
+    qDBusRegisterMetaType<StatusPixmaps>();
+    qDBusRegisterMetaType<StatusToolTip>();
+}
+
+void StatusNotifierAdaptor::setIcon(const StatusPixmaps& icon)
+{
+    if (std::exchange(m_icon, icon) != icon)
+        Q_EMIT NewIcon();
+}
+
+void StatusNotifierAdaptor::setAttentionIcon(const StatusPixmaps& icon)
+{
+    if (std::exchange(m_attentionIcon, icon) != icon)
+        Q_EMIT NewAttentionIcon();
+}
+
+void StatusNotifierAdaptor::setNeedsAttention(bool needsAttention)
+{
+    if (std::exchange(m_needsAttention, needsAttention) != needsAttention)
+        Q_EMIT NewStatus(status());
+}
+
+void StatusNotifierAdaptor::setDescription(const QString& description)
+{
+    if (std::exchange(m_description, description) == description)
+        return;
+    Q_EMIT NewTitle();
+    Q_EMIT NewToolTip();
+}
+
+QString StatusNotifierAdaptor::category() const
+{
+    return u"ApplicationStatus"_s;
+}
+
+QString StatusNotifierAdaptor::status() const
+{
+    return m_needsAttention ? u"NeedsAttention"_s : u"Active"_s;
+}
+
+StatusToolTip StatusNotifierAdaptor::toolTip() const
+{
+    return {.iconName = {}, .iconPixmap = {}, .title = m_description, .text = {}};
+}
+
+void StatusNotifierAdaptor::Activate(int x, int y)
+{
+    m_handlers.activate({x, y});
+}
+
+void StatusNotifierAdaptor::SecondaryActivate(int, int) {}
+
+void StatusNotifierAdaptor::ContextMenu(int, int) {}
+
+void StatusNotifierAdaptor::Scroll(int, const QString&) {}
+
+void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token)
+{
+    m_handlers.takeActivationToken(token);
+}
+
+} // namespace orvella
