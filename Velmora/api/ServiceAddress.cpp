@@ -1,14 +1,16 @@
 #include "api/ServiceAddress.h"
 
-namespace orvella::ServiceAddress {
+namespace orvella {
 
-QUrl resolve(const QUrl& base, const QString& path)
+QUrl ServiceAddress::resolve(const QUrl& base, const QString& path)
 {
-    const QUrl reference(path.startsWith(u'/') ? path.sliced(1) : path, QUrl::StrictMode);
-    const auto address = base.resolved(reference);
-    if ((!reference.isValid() && !reference.isEmpty()) || !address.isValid())
-        qFatal("A path of the service does not form an address.");
+    const auto text = path.startsWith(u'/') ? path.sliced(1) : path;
+    const QUrl reference(text, QUrl::StrictMode);
+    auto address = base.resolved(reference);
+    // The empty reference is the base itself, although QUrl calls it invalid.
+    if ((!reference.isValid() && !text.isEmpty()) || !address.isValid() || address.isRelative())
+        qFatal("A request path cannot be resolved against the service's address.");
     return address;
 }
 
-} // namespace orvella::ServiceAddress
+} // namespace orvella

@@ -1,12 +1,19 @@
 #pragma once
 
+#include <QString>
 #include <QUrl>
 
-namespace orvella::ServiceAddress {
+namespace orvella {
 
-/// The address of a path of the service: one leading "/" is dropped, the rest is a reference relative to `base`
-/// (RFC 3986, section 5). So a base that ends in "/" keeps its own path, and any other loses its last segment.
-/// A path that is no reference stops the program.
-[[nodiscard]] QUrl resolve(const QUrl& base, const QString& path);
+/// Where the service's calls go.
+class ServiceAddress final {
+public:
+    ServiceAddress() = delete;
 
-} // namespace orvella::ServiceAddress
+    /// The address of a call: the path without exactly one leading "/", resolved against the service's base address by
+    /// RFC 3986, section 5.2. So a base path that ends in "/" stays in front, one that does not loses its last segment,
+    /// and a path with two leading "/" starts at the base's root. A path that is no reference stops the program.
+    [[nodiscard]] static QUrl resolve(const QUrl& base, const QString& path);
+};
+
+} // namespace orvella
