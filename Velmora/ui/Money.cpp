@@ -6,6 +6,7 @@
 #include <unicode/numberformatter.h>
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <algorithm>
 #include <array>
@@ -32,22 +33,23 @@ qint64 wholeCents(double cents)
     return static_cast<qint64>(whole);
 }
 
-/// The shortest decimal text that reads back as the same double.
+/// The shortest decimal text that reads back as the same double, as ICU reads it.
 class ShortestText final {
 public:
     explicit ShortestText(double value)
-        : m_length(std::to_chars(m_buffer.data(), m_buffer.data() + m_buffer.size(), value).ptr - m_buffer.data())
     {
+        // The other formats write all digits of a large number, not only those that tell it from its neighbours.
+        const auto written =
+            std::to_chars(m_text.data(), m_text.data() + m_text.size(), value, std::chars_format::scientific);
+        m_length = static_cast<int32_t>(written.ptr - m_text.data());
     }
 
-    [[nodiscard]] icu::StringPiece toStringPiece() const { return {m_buffer.data(), static_cast<int32_t>(m_length)}; }
-
-    [[nodiscard]] QString toString() const { return QString::fromLatin1(m_buffer.data(), m_length); }
+    [[nodiscard]] icu::StringPiece piece() const { return {m_text.data(), m_length}; }
 
 private:
     // "-1.7976931348623157e+308" is the longest.
-    std::array<char, 32> m_buffer {};
-    std::ptrdiff_t m_length;
+    std::array<char, 32> m_text {};
+    int32_t m_length = 0;
 };
 
 /// The number as the formatter writes it, rounded half to even on the decimal value that the double shows; empty where
@@ -56,8 +58,8 @@ QString formatted(const LocalizedNumberFormatter& formatter, double value)
 {
     UErrorCode error = U_ZERO_ERROR;
     const ShortestText shortest(value);
-    const auto number = std::isfinite(value) ? formatter.formatDecimal(shortest.toStringPiece(), error)
-                                             : formatter.formatDouble(value, error);
+    const auto number =
+        std::isfinite(value) ? formatter.formatDecimal(shortest.piece(), error) : formatter.formatDouble(value, error);
     const auto text = number.toString(error);
     return U_SUCCESS(error) ? QString::fromUtf16(text.getBuffer(), text.length()) : QString();
 }
@@ -70,7 +72,7 @@ LocalizedNumberFormatter posixFormatter()
 QString centsText(double cents)
 {
     const auto text = formatted(posixFormatter().precision(Precision::maxFraction(4)), cents);
-    return text.isEmpty() ? ShortestText(cents).toString() : text;
+    return text.isEmpty() ? QString::number(cents, 'g', QLocale::FloatingPointShortest) : text;
 }
 
 QString dollarsText(double dollars)
