@@ -36,3 +36,22 @@ function(velmora_test name)
         add_dependencies(thread_tests ${target})
     endif()
 endfunction()
+
+# A test over external material, as velmora_test: it exists only where the folder ORVELLA_CORPORA does.
+function(velmora_corpus_test name)
+    if(NOT IS_DIRECTORY ${ORVELLA_CORPORA})
+        return()
+    endif()
+    if(NOT TARGET velmora_corpus)
+        add_library(velmora_corpus STATIC
+            ${CMAKE_SOURCE_DIR}/tests/support/Corpus.cpp ${CMAKE_SOURCE_DIR}/tests/support/Corpus.h
+        )
+        target_link_libraries(velmora_corpus PUBLIC velmora_support PRIVATE velmora_options)
+    endif()
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
+    velmora_test(${name}
+        LIBRARIES ${arg_LIBRARIES} velmora_corpus
+        ENVIRONMENT ORVELLA_CORPORA=${ORVELLA_CORPORA}
+        LABELS corpora
+    )
+endfunction()
