@@ -6,9 +6,9 @@ declare -A packages=(
         qt6-base-dev qcoro-qt6-dev qt6-httpserver-dev libcurl4-openssl-dev nlohmann-json3-dev libsecret-1-dev
         libicu-dev libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-xinput-dev"
     # A desktop without a screen: ./dev run shows the program in it, and tests run parts of it.
-    [desktop]="xvfb openbox xdotool imagemagick x11-utils xfce4-panel gnome-keyring dbus
-        fonts-dejavu-core adwaita-icon-theme"
-    [run]="libqt6sql6-sqlite curl"
+    [desktop]="xvfb openbox xdotool imagemagick x11-utils xfce4-panel gnome-keyring libsecret-tools dbus
+        libglib2.0-bin fonts-dejavu-core adwaita-icon-theme curl"
+    [run]="libqt6sql6-sqlite"
     [test]="libqt6sql6-sqlite libsecret-tools chromium chromium-driver openssl"
     [lint]="clang-format-19 clang-tidy-19"
 )
