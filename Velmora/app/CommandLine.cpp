@@ -1,0 +1,65 @@
+#include "app/CommandLine.h"
+
+#include "base/Version.h"
+
+#include <QCommandLineParser>
+
+namespace orvella {
+
+using namespace Qt::Literals::StringLiterals;
+
+Result<CommandLine> CommandLine::parse(const QStringList& arguments)
+{
+    const QCommandLineOption help(QStringList {u"h"_s, u"help"_s});
+    const QCommandLineOption version(QStringList {u"v"_s, u"version"_s});
+    const QCommandLineOption profile(u"profile"_s, {}, u"DIR"_s);
+    const QCommandLineOption set(u"set"_s, {}, u"KEY=VALUE"_s);
+    QCommandLineParser parser;
+    parser.addOptions({help, version, profile, set});
+    if (!parser.parse(arguments))
+        return failed(Failure::Kind::refused, parser.errorText());
+    if (const auto extra = parser.positionalArguments(); !extra.isEmpty()) {
+        return failed(Failure::Kind::refused,
+            QCoreApplication::translate("CommandLine", "Unexpected argument '%1'.").arg(extra.first()));
+    }
+
+    CommandLine commandLine;
+    if (parser.isSet(profile)) {
+        commandLine.profile = parser.value(profile);
+        if (commandLine.profile->isEmpty()) {
+            return failed(Failure::Kind::refused,
+                QCoreApplication::translate("CommandLine", "The folder of the profile has no name."));
+        }
+    }
+    for (const auto& text : parser.values(set)) {
+        auto entry = OverlaySettings::Entry::parse(text);
+        if (!entry)
+            return std::unexpected(entry.error());
+        commandLine.overlays.push_back(*std::move(entry));
+    }
+    if (parser.isSet(version))
+        commandLine.wish = Wish::showVersion;
+    if (parser.isSet(help))
+        commandLine.wish = Wish::showHelp;
+    return commandLine;
+}
+
+QString CommandLine::helpText()
+{
+    return QCoreApplication::translate("CommandLine",
+        "Usage: orvella [OPTION]...\n"
+        "Pays its viewer for looking at short ads, from the desktop's bar.\n"
+        "\n"
+        "  --profile DIR    keep settings, secrets, autostart entry and state in DIR\n"
+        "  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a\n"
+        "                   text; may be repeated\n"
+        "  -h, --help       show this help and exit\n"
+        "  -v, --version    show the version and exit\n");
+}
+
+QString CommandLine::versionText()
+{
+    return u"orvella %1\n"_s.arg(kVersion);
+}
+
+} // namespace orvella

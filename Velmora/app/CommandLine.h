@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/OverlaySettings.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace orvella {
+
+/// What the program was started with.
+struct CommandLine {
+    enum class Wish { run, showHelp, showVersion };
+
+    Wish wish = Wish::run;
+    /// The folder that takes everything the program keeps.
+    std::optional<QString> profile;
+    /// Settings for this run only.
+    std::vector<OverlaySettings::Entry> overlays;
+
+    /// Reads the arguments, the program's own name first. Fails with `refused` and a sentence on anything it does not
+    /// know.
+    [[nodiscard]] static Result<CommandLine> parse(const QStringList& arguments);
+
+    [[nodiscard]] static QString helpText();
+    [[nodiscard]] static QString versionText();
+};
+
+} // namespace orvella
