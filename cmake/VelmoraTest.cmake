@@ -26,7 +26,8 @@ function(velmora_test name)
         ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
         LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0
         UBSAN_OPTIONS=print_stacktrace=1
-        TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:second_deadlock_stack=1
+        TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:second_deadlock_stack=1:ignore_noninstrumented_modules=1
+        http_proxy= https_proxy= HTTPS_PROXY= all_proxy= ALL_PROXY= no_proxy= NO_PROXY=
         ${arg_ENVIRONMENT}
     )
     if(arg_LABELS)

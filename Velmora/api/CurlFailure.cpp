@@ -23,14 +23,21 @@ constexpr auto kContext = "CurlTransport";
 constexpr long kNotYetValid = 9;
 constexpr long kHasExpired = 10;
 
-// Every fault of the chain that has no row here is a missing trust: self-signed, unknown issuer, bad signature.
-constexpr std::array kChainFaults {
-    // The chain is sound, so it is the name that libcurl did not find in the certificate.
-    Row {0, Kind::unreachable,
-        QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate belongs to another server.")},
-    Row {kNotYetValid, Kind::unreachable,
-        QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate is not valid yet.")},
-    Row {kHasExpired, Kind::unreachable, QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate has expired.")},
+// libcurl starts with the second and stores what the handshake finds wrong with the chain, or the first after all went
+// well. Either says that the chain is sound, and that it is the name that libcurl does not find in the certificate.
+constexpr long kSound = 0;
+constexpr long kNothingFound = 1;
+
+constexpr auto kOtherName = QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate belongs to another server.");
+constexpr auto kTooEarly = QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate is not valid yet.");
+constexpr auto kTooLate = QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate has expired.");
+
+// Every other fault is a lack of trust: self-signed, unknown issuer, bad signature.
+constexpr std::array kCertificateFaults {
+    Row {kSound, Kind::unreachable, kOtherName},
+    Row {kNothingFound, Kind::unreachable, kOtherName},
+    Row {kNotYetValid, Kind::unreachable, kTooEarly},
+    Row {kHasExpired, Kind::unreachable, kTooLate},
 };
 constexpr Row kNotTrusted {
     0, Kind::unreachable, QT_TRANSLATE_NOOP("CurlTransport", "The server's certificate is not trusted.")};
@@ -83,7 +90,7 @@ template <class Rows> Failure look(const Rows& rows, long code, const Row& other
 Failure curlFailure(CURLcode code, long verification)
 {
     if (code == CURLE_PEER_FAILED_VERIFICATION)
-        return look(kChainFaults, verification, kNotTrusted);
+        return look(kCertificateFaults, verification, kNotTrusted);
     return look(kFaults, code, kOther);
 }
 

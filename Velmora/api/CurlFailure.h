@@ -8,8 +8,7 @@ namespace orvella {
 
 /// What a viewer reads when libcurl ended a transfer with `code`, which is not `CURLE_OK`.
 ///
-/// `verification` is the transfer's `CURLINFO_SSL_VERIFYRESULT`: what OpenSSL found wrong with the certificate chain,
-/// or 0.
+/// `verification` is the transfer's `CURLINFO_SSL_VERIFYRESULT`: what OpenSSL found wrong with the certificate.
 [[nodiscard]] Failure curlFailure(CURLcode code, long verification);
 
 /// The reply is greater than what is taken.

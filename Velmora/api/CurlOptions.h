@@ -10,7 +10,7 @@ namespace orvella {
 struct CurlOptions {
     /// From the start of the sending to the last byte of the reply, waiting and dripping included.
     std::chrono::milliseconds limit = std::chrono::seconds(60);
-    /// The greatest body that is taken, in bytes. The head of a reply has the same bound.
+    /// The greatest body that is taken, in bytes.
     qsizetype greatestReply = 1024 * 1024;
     /// A PEM file of certificate authorities to trust in place of the system's, unless it is empty.
     QByteArray authorities;

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Far less than a second that passes between two looks at a flag, far more than a busy machine needs.
-constexpr int kPromptMilliseconds = 400;
+// Less than the second after which libcurl looks up by itself, far more than a busy machine needs.
+constexpr int kPromptMilliseconds = 800;
 
 /// Runs a second call when the first is over.
 QCoro::Task<> runTwo(

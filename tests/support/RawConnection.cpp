@@ -67,6 +67,8 @@ void RawConnection::timerEvent(QTimerEvent* event)
 
 void RawConnection::read()
 {
+    if (!m_socket->isOpen())
+        return;
     m_received += m_socket->readAll();
     const auto end = m_received.indexOf("\r\n\r\n");
     if (end < 0)

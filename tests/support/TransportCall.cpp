@@ -1,5 +1,7 @@
 #include "support/TransportCall.h"
 
+#include "api/CurlTransport.h"
+
 #include <QTest>
 
 namespace orvella {
@@ -31,6 +33,13 @@ QCoro::Task<> TransportCall::run(
     ++progress->resumptions;
 }
 
+Result<HttpReply> ask(HttpRequest request, CurlOptions options)
+{
+    CurlTransport transport(std::move(options));
+    TransportCall call(transport, std::move(request));
+    return call.wait();
+}
+
 HttpRequest aGet(const QUrl& url)
 {
     return {.method = "GET", .url = url, .headers = {}, .body = {}};
@@ -39,6 +48,11 @@ HttpRequest aGet(const QUrl& url)
 HttpRequest aPost(const QUrl& url, const QByteArray& body)
 {
     return {.method = "POST", .url = url, .headers = {{"content-type", "application/json"}}, .body = body};
+}
+
+char* toString(const Failure& failure)
+{
+    return qstrdup(QByteArray::number(static_cast<int>(failure.kind)) + ' ' + failure.description.toUtf8());
 }
 
 } // namespace orvella

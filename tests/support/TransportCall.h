@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/CurlOptions.h"
 #include "support/PlainExchange.h"
 
 #include <QThread>
@@ -21,6 +22,7 @@ public:
     [[nodiscard]] bool isOver() const { return m_progress->resumptions > 0; }
 
     [[nodiscard]] int resumptions() const { return m_progress->resumptions; }
+
     /// The thread in which the flow resumed.
     [[nodiscard]] const QThread* thread() const { return m_progress->thread; }
 
@@ -43,9 +45,15 @@ private:
     std::stop_source m_stop;
 };
 
+/// Runs one exchange over a transport of its own, to its end.
+[[nodiscard]] Result<HttpReply> ask(HttpRequest request, CurlOptions options = {});
+
 /// A GET of `url`.
 [[nodiscard]] HttpRequest aGet(const QUrl& url);
 /// A POST of JSON to `url`.
 [[nodiscard]] HttpRequest aPost(const QUrl& url, const QByteArray& body = "{}");
+
+/// For QCOMPARE.
+[[nodiscard]] char* toString(const Failure& failure);
 
 } // namespace orvella
