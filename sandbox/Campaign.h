@@ -30,7 +30,7 @@ struct Campaign {
     Amount viewerEarn;
     /// Shown to viewers in whose language there is nothing; without it they are not offered the campaign.
     std::optional<QString> fallbackLanguage;
-    // The advertiser's page that a click leads to.
+    // The advertiser’s page that a click leads to, in the language of the first creative.
     QString headline;
     QString text;
     std::vector<Creative> creatives;

@@ -17,10 +17,10 @@ public:
         /// 0 stands for any free port.
         quint16 port = 0;
         /// Empty for a database in memory.
-        QString databasePath;
+        QString databasePath {};
         Campaigns campaigns = Campaigns::seeded();
         qint64 pollSeconds = kUsualPollSeconds;
-        FaultPlan faults;
+        FaultPlan faults {};
     };
 
     static constexpr qint64 kUsualPollSeconds = 60;

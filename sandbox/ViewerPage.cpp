@@ -15,7 +15,7 @@ QString balanceRow(const QString& id, const QString& label, Amount amount)
     return u"<div><dt>%1</dt><dd class=\"money\" id=\"%2\">%3</dd></div>\n"_s.arg(label, id, amount.dollars());
 }
 
-QString balances(const Balances& balances)
+QString balancesSection(const Balances& balances)
 {
     return u"<section>\n<h2>Balances</h2>\n<dl class=\"rows\">\n"_s
         + balanceRow(u"available"_s, u"Available"_s, balances.available)
@@ -46,7 +46,7 @@ QString deviceItem(const Device& device)
                htmlText(device.language), readableText(device.seenAt), htmlText(signalsText(device)), opening);
 }
 
-QString devices(const std::vector<Device>& devices)
+QString devicesSection(const std::vector<Device>& devices)
 {
     QString items;
     for (const auto& device : devices)
@@ -76,14 +76,14 @@ QString verdictOf(View::State state)
 QString viewRow(const View& view)
 {
     const auto amount = view.state == View::State::credited ? view.viewerEarn.dollars() : u"–"_s;
-    const auto clicked = view.clicked ? u" <span class=\"note\">Visited</span>"_s : QString();
-    return u"<tr><td class=\"wide\"><bdi>%1</bdi>%2</td><td>%3</td><td><bdi>%4</bdi></td><td class=\"number\">%5 s</td>"
-           "<td class=\"money\">%6</td><td>%7</td></tr>\n"_s.arg(htmlText(view.advertiserName), clicked,
-               readableText(view.startedAt), htmlText(view.deviceName), QString::number(view.requiredSeconds), amount,
-               verdictOf(view.state));
+    const auto clicked = view.clicked ? u", page visited"_s : QString();
+    return u"<tr><td class=\"wide\"><bdi>%1</bdi><span class=\"note\">%2, <bdi>%3</bdi>%4</span></td>"
+           "<td class=\"number\">%5 s</td><td class=\"money\">%6</td><td>%7</td></tr>\n"_s.arg(
+               htmlText(view.advertiserName), readableText(view.startedAt), htmlText(view.deviceName), clicked,
+               QString::number(view.requiredSeconds), amount, verdictOf(view.state));
 }
 
-QString views(const std::vector<View>& views)
+QString viewsSection(const std::vector<View>& views)
 {
     if (views.empty())
         return u"<section>\n<h2>Views</h2>\n<p>No ad was viewed yet.</p>\n</section>\n"_s;
@@ -91,7 +91,7 @@ QString views(const std::vector<View>& views)
     for (const auto& view : views)
         rows += viewRow(view);
     return u"<section>\n<h2>Views</h2>\n<div class=\"scroll\"><table id=\"views\">\n<thead><tr><th>Advertiser</th>"
-           "<th>Started</th><th>Device</th><th class=\"number\">Time</th><th class=\"number\">Amount</th>"
+           "<th class=\"number\">Time</th><th class=\"number\">Amount</th>"
            "<th>Verdict</th></tr></thead>\n<tbody>\n%1</tbody>\n</table></div>\n</section>\n"_s.arg(rows);
 }
 
@@ -106,9 +106,9 @@ Reply ViewerPage::reply() const
     const auto header =
         u"<header>\n<div><h1>Your dashboard</h1>\n<p class=\"note\">Viewer account <bdi>%1</bdi></p></div>\n"
         "<div class=\"earned\"><strong id=\"earned\">%2</strong><span>earned</span></div>\n"
-        "</header>\n"_s.arg(htmlText(viewer), sandbox::Amount(balances.lifetime).dollars());
-    const auto content = notice + header + u"<div class=\"columns\">\n"_s + sandbox::balances(balances)
-        + sandbox::devices(devices) + u"</div>\n"_s + sandbox::views(views);
+        "</header>\n"_s.arg(htmlText(viewer), balances.lifetime.dollars());
+    const auto content = notice + header + u"<div class=\"columns\">\n"_s + balancesSection(balances)
+        + devicesSection(devices) + u"</div>\n"_s + viewsSection(views);
     return Page {u"Dashboard – Orvella"_s, u"en"_s, content}.reply(200);
 }
 
