@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 
 #include <map>
+#include <optional>
 
 namespace orvella {
 
@@ -20,6 +21,12 @@ public:
 
     /// How many flows are asleep.
     [[nodiscard]] std::size_t sleepers() const { return m_timers.size(); }
+
+    /// How long the next of them still sleeps; nothing where nobody does.
+    [[nodiscard]] std::optional<duration> nextPause() const
+    {
+        return m_timers.empty() ? std::nullopt : std::optional(m_timers.begin()->first.at - m_now);
+    }
 
 private:
     struct Due {

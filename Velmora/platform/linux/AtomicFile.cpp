@@ -66,12 +66,12 @@ bool syncFolder(const QString& folder)
     return opened.isOpen() && (opened.sync() || errno == EINVAL);
 }
 
-bool makeFolder(const QString& folder)
+bool makePath(const QString& folder)
 {
     if (QFileInfo(folder).isDir())
         return true;
     const auto parent = QFileInfo(folder).path();
-    if (parent == folder || !makeFolder(parent))
+    if (parent == folder || !makePath(parent))
         return false;
     constexpr mode_t kUserOnly = 0700;
     if (::mkdir(QFile::encodeName(folder).constData(), kUserOnly) != 0)
@@ -120,13 +120,19 @@ std::optional<QString> AtomicFile::target() const
     return std::nullopt;
 }
 
+bool AtomicFile::makeFolder() const
+{
+    const auto path = target();
+    return path && makePath(QFileInfo(*path).path());
+}
+
 Result<void> AtomicFile::replace(const QByteArray& content) const
 {
     const auto path = target();
     if (!path)
         return refusedBySystem(ELOOP);
     const auto folder = QFileInfo(*path).path();
-    if (!makeFolder(folder) || !replaceTarget(*path, content) || !syncFolder(folder))
+    if (!makePath(folder) || !replaceTarget(*path, content) || !syncFolder(folder))
         return refusedBySystem(errno);
     return {};
 }

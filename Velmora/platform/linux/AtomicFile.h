@@ -18,6 +18,9 @@ public:
     /// Where the content really is. Nothing where links lead in a circle.
     [[nodiscard]] std::optional<QString> target() const;
 
+    /// Makes the folder of the target where there is none, for the user alone (0700). False where that is not possible.
+    [[nodiscard]] bool makeFolder() const;
+
     /// Writes beside the target, syncs, renames over it and syncs the folder. The file is the user's alone (0600), and
     /// so are the folders that had to be made (0700). Fails with `refused`; the old content then stays.
     [[nodiscard]] Result<void> replace(const QByteArray& content) const;

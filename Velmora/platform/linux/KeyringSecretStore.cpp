@@ -1,6 +1,8 @@
 #include "platform/linux/KeyringSecretStore.h"
 
 #include "platform/linux/JoinedStop.h"
+#include "platform/linux/KeyringSession.h"
+#include "platform/linux/SharedWait.h"
 
 #include <array>
 #include <tuple>

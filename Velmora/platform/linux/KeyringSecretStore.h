@@ -3,15 +3,16 @@
 #include "base/Clock.h"
 #include "platform/SecretStore.h"
 #include "platform/linux/FromKeyring.h"
-#include "platform/linux/KeyringSession.h"
-#include "platform/linux/SharedWait.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <vector>
 
 namespace orvella {
+
+class KeyringSession;
 
 /// The viewer's keyring behind the Secret Service of the session bus (freedesktop.org Secret Service API 0.2).
 ///
@@ -48,7 +49,8 @@ public:
 private:
     struct Question;
     using Session = std::shared_ptr<KeyringSession>;
-    using Path = KeyringSession::Path;
+    /// Names an object of the service.
+    using Path = QByteArray;
     enum class Wanted { anyItem, everyItem };
     template <class T = std::monostate> using Attempt = std::function<QCoro::Task<FromKeyring<T>>(std::stop_token)>;
 

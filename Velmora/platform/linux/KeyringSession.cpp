@@ -3,6 +3,8 @@
 
 #include "platform/linux/KeyringSession.h"
 
+#include "platform/linux/KeyringPrompt.h"
+
 #include <QCoreApplication>
 
 #include <utility>
@@ -14,6 +16,7 @@ namespace {
 constexpr auto kServiceInterface = "org.freedesktop.Secret.Service";
 constexpr auto kCollectionInterface = "org.freedesktop.Secret.Collection";
 constexpr auto kItemInterface = "org.freedesktop.Secret.Item";
+constexpr auto kPromptInterface = "org.freedesktop.Secret.Prompt";
 constexpr auto kServicePath = "/org/freedesktop/secrets";
 constexpr auto kDefaultAlias = "default";
 // What the service gives in place of an object that there is not, a prompt that is not needed for example.
@@ -90,15 +93,6 @@ std::vector<KeyringSession::Path> pathList(const char* const* paths)
 GLibPointer<GVariant> owned(GVariant* floating)
 {
     return GLibPointer<GVariant>(g_variant_ref_sink(floating));
-}
-
-/// A dismissed prompt names no object: libsecret tells a dismissal by nothing else.
-bool isEmptyResult(GVariant* result)
-{
-    if (g_variant_is_of_type(result, G_VARIANT_TYPE("ao")))
-        return g_variant_n_children(result) == 0;
-    return g_variant_is_of_type(result, G_VARIANT_TYPE_OBJECT_PATH)
-        && g_str_equal(g_variant_get_string(result, nullptr), kNoObject);
 }
 
 KeyringSession::Path pathAt(GVariant* reply, gsize index)
@@ -271,45 +265,20 @@ QCoro::Task<FromKeyring<>> KeyringSession::unlock(std::vector<Path> objects, std
     co_return asked;
 }
 
-/// Waits for the viewer's answer to the prompt, if there is one.
+/// Shows the prompt, if there is one, and waits for the viewer's answer.
 QCoro::Task<FromKeyring<>> KeyringSession::agreement(Path prompt, std::stop_token stop)
 {
     if (prompt == kNoObject)
         co_return {};
-    GLibCall ask(m_clock, std::nullopt, stop, [&](GCancellable*, auto answered, auto data) {
-        // Deliberate: no cancellable. It would withdraw the prompt, and gnome-keyring 42 dies of that, with everyone's
-        // secrets. A prompt that nobody waits for any more stays until the viewer answers it.
-        secret_service_prompt_at_dbus_path(m_service.get(), prompt.constData(), nullptr, nullptr, answered, data);
-    });
-    const auto reply = co_await ask;
-    if (!reply.result)
-        co_return unanswered(reply.ending);
-    ErrorSlot error;
-    const Variant value(secret_service_prompt_at_dbus_path_finish(m_service.get(), reply.result.get(), error.slot()));
-    if (error.isSet())
-        co_return error.trouble();
-    if (value && !isEmptyResult(value.get()))
-        co_return {};
-    const auto dismissal = co_await verifyDismissal(stop);
-    co_return dismissal;
-}
-
-/// A prompt also ends without a result when the service goes away under it.
-QCoro::Task<FromKeyring<>> KeyringSession::verifyDismissal(std::stop_token stop)
-{
-    GLibCall ask(m_clock, m_limit, stop, [&](auto* cancellable, auto answered, auto data) {
-        g_dbus_connection_call(connection(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "NameHasOwner", g_variant_new("(s)", m_owner.constData()), G_VARIANT_TYPE("(b)"), G_DBUS_CALL_FLAGS_NONE,
-            G_MAXINT, cancellable, answered, data);
-    });
-    const auto reply = co_await ask;
-    if (!reply.result)
-        co_return unanswered(reply.ending);
-    const GLibPointer<GVariant> value(g_dbus_connection_call_finish(connection(), reply.result.get(), nullptr));
-    gboolean isThere = FALSE;
-    if (value)
-        g_variant_get(value.get(), "(b)", &isThere);
-    co_return isThere ? KeyringTrouble::refused : KeyringTrouble::failed;
+    KeyringPrompt shown(connection(), m_owner, prompt);
+    auto window = owned(g_variant_new("(s)", ""));
+    const auto reply = co_await call(prompt, kPromptInterface, "Prompt", "()", std::move(window), stop);
+    if (!reply)
+        co_return reply.trouble();
+    co_await shown.wait(stop);
+    // Deliberate: a stop does not withdraw the prompt. gnome-keyring 42 dies of `Dismiss`, and with it everyone's
+    // secrets; a prompt that nobody waits for any more stays until the viewer answers it.
+    co_return stop.stop_requested() ? KeyringTrouble::stopped : shown.answer();
 }
 
 QCoro::Task<FromKeyring<KeyringSession::Variant>> KeyringSession::call(Path object, const char* interface,

@@ -67,7 +67,6 @@ private:
     QCoro::Task<FromKeyring<Variant>> call(Path object, const char* interface, const char* method,
         const char* replyType, Variant arguments, std::stop_token stop);
     QCoro::Task<FromKeyring<>> agreement(Path prompt, std::stop_token stop);
-    QCoro::Task<FromKeyring<>> verifyDismissal(std::stop_token stop);
     [[nodiscard]] GDBusConnection* connection() const;
 
     Clock& m_clock;

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/SecretStore.h"
+#include "platform/linux/SecretFile.h"
+
+namespace orvella {
+
+/// Keeps secrets in a file that only its owner can read, where there is no keyring. See `SecretFile`.
+///
+/// The file is read and written on the shared background threads.
+class FileSecretStore final : public SecretStore {
+public:
+    /// The folder is made when the first item is added.
+    explicit FileSecretStore(const QString& folder);
+
+    QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
+    /// Replaces an item of the same service and account.
+    QCoro::Task<> add(QString service, QString account, Secret value) override;
+    QCoro::Task<> remove(QString service, QString account) override;
+
+private:
+    SecretFile m_file;
+};
+
+} // namespace orvella
