@@ -79,6 +79,13 @@ bool makePath(const QString& folder)
     return syncFolder(parent);
 }
 
+/// Whether something is there that must not be replaced: a device, a pipe, a folder.
+bool isOccupied(const QString& target)
+{
+    struct stat found {};
+    return ::lstat(QFile::encodeName(target).constData(), &found) == 0 && !S_ISREG(found.st_mode);
+}
+
 /// Writes the content to a new file beside the target and moves it there.
 bool replaceTarget(const QString& target, const QByteArray& content)
 {
@@ -131,6 +138,8 @@ Result<void> AtomicFile::replace(const QByteArray& content) const
     const auto path = target();
     if (!path)
         return refusedBySystem(ELOOP);
+    if (isOccupied(*path))
+        return refusedBySystem(EEXIST);
     const auto folder = QFileInfo(*path).path();
     if (!makePath(folder) || !replaceTarget(*path, content) || !syncFolder(folder))
         return refusedBySystem(errno);

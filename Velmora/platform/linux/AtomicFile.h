@@ -22,7 +22,8 @@ public:
     [[nodiscard]] bool makeFolder() const;
 
     /// Writes beside the target, syncs, renames over it and syncs the folder. The file is the user's alone (0600), and
-    /// so are the folders that had to be made (0700). Fails with `refused`; the old content then stays.
+    /// so are the folders that had to be made (0700). Fails with `refused`, also
+    /// where something other than a file is in the place; what was there then stays.
     [[nodiscard]] Result<void> replace(const QByteArray& content) const;
 
 private:

@@ -178,6 +178,18 @@ private Q_SLOTS:
         QCOMPARE(entriesOf(at(u"file"_s)), QStringList {u"inner"_s});
     }
 
+    void aPipeInTheFilesPlaceIsRefusedAlsoThroughALink()
+    {
+        QCOMPARE(::mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
+        QVERIFY(QFile::link(u"pipe"_s, at(u"link"_s)));
+
+        QVERIFY(!AtomicFile(at(u"pipe"_s)).replace("new"));
+        QVERIFY(!AtomicFile(at(u"link"_s)).replace("new"));
+
+        QCOMPARE(entriesOf(m_folder->path()), QStringList({u"link"_s, u"pipe"_s}));
+        QVERIFY(!QFileInfo(at(u"pipe"_s)).isFile());
+    }
+
     void aFullDiskKeepsTheOldContent()
     {
         // A limit on the size of files stands for the full disk: the write fails half-way in the same manner.
