@@ -1,0 +1,140 @@
+#include "platform/linux/DesktopEntry.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace orvella {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A desktop entry has a few kilobytes; whatever is larger is none.
+constexpr qint64 kGreatestSize = 1 << 20;
+
+QString unescaped(const QString& value)
+{
+    QString text;
+    text.reserve(value.size());
+    for (qsizetype at = 0; at < value.size(); ++at) {
+        if (value[at] != u'\\' || at + 1 == value.size()) {
+            text += value[at];
+            continue;
+        }
+        const auto escape = value[++at];
+        if (escape == u's')
+            text += u' ';
+        else if (escape == u'n')
+            text += u'\n';
+        else if (escape == u't')
+            text += u'\t';
+        else if (escape == u'r')
+            text += u'\r';
+        else if (escape == u'\\')
+            text += u'\\';
+        else
+            text += u'\\' + QString(escape);
+    }
+    return text;
+}
+
+/// The suffixes that name a locale's translations, the closest one first.
+QStringList suffixes(const QString& locale)
+{
+    const QRegularExpression form(u"^([A-Za-z]+)(_[A-Za-z0-9]+)?(?:\\.[^@]*)?(@.+)?\\z"_s);
+    const auto match = form.match(locale);
+    if (!match.hasMatch())
+        return {};
+    const auto language = match.captured(1);
+    const auto country = match.captured(2);
+    const auto modifier = match.captured(3);
+    QStringList names;
+    if (!country.isEmpty() && !modifier.isEmpty())
+        names.append(language + country + modifier);
+    if (!country.isEmpty())
+        names.append(language + country);
+    if (!modifier.isEmpty())
+        names.append(language + modifier);
+    names.append(language);
+    return names;
+}
+
+} // namespace
+
+std::optional<DesktopEntry> DesktopEntry::read(const QString& path)
+{
+    // A pipe would block.
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kGreatestSize)
+        return std::nullopt;
+    return parse(QString::fromUtf8(file.readAll()));
+}
+
+std::optional<DesktopEntry> DesktopEntry::parse(const QString& text)
+{
+    std::optional<DesktopEntry> entry;
+    for (const auto line : QStringView(text).split(u'\n')) {
+        const auto content = line.trimmed();
+        if (content.startsWith(u'[')) {
+            if (entry)
+                break;
+            if (content == u"[Desktop Entry]")
+                entry.emplace();
+            continue;
+        }
+        const auto equals = content.indexOf(u'=');
+        if (!entry || content.startsWith(u'#') || equals < 1)
+            continue;
+        const auto key = content.first(equals).trimmed().toString();
+        entry->m_values.try_emplace(key, content.sliced(equals + 1).trimmed().toString());
+    }
+    return entry;
+}
+
+std::optional<QString> DesktopEntry::string(const QString& key) const
+{
+    const auto found = m_values.find(key);
+    return found == m_values.end() ? std::nullopt : std::optional(unescaped(found->second));
+}
+
+std::optional<QString> DesktopEntry::localized(const QString& key, const QString& locale) const
+{
+    for (const auto& suffix : suffixes(locale)) {
+        if (auto value = string(key + u'[' + suffix + u']'))
+            return value;
+    }
+    return string(key);
+}
+
+std::optional<bool> DesktopEntry::boolean(const QString& key) const
+{
+    const auto value = string(key);
+    if (value == u"true"_s)
+        return true;
+    return value == u"false"_s ? std::optional(false) : std::nullopt;
+}
+
+QString DesktopEntry::escaped(QString value)
+{
+    value.replace(u'\\', u"\\\\"_s).replace(u'\n', u"\\n"_s).replace(u'\t', u"\\t"_s).replace(u'\r', u"\\r"_s);
+    return value.startsWith(u' ') ? u"\\s"_s + value.sliced(1) : value;
+}
+
+QString DesktopEntry::quotedArgument(const QString& argument)
+{
+    QString quoted;
+    for (const auto character : argument) {
+        if (u"\"`$\\"_s.contains(character))
+            quoted += u'\\';
+        quoted += character;
+        // A lone percent sign would start a field code.
+        if (character == u'%')
+            quoted += u'%';
+    }
+    return u'"' + quoted + u'"';
+}
+
+} // namespace orvella

@@ -1,0 +1,145 @@
+#include "platform/linux/AutostartLoginItem.h"
+
+#include "platform/linux/DesktopEntry.h"
+#include "support/OrdinaryUser.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
+
+class AutostartLoginItemTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder.emplace();
+        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+    }
+
+    void withoutAnEntryTheItemIsNotRegistered() { QCOMPARE(item().status(), LoginItem::Status::notRegistered); }
+
+    void aRegisteredItemIsEnabled()
+    {
+        auto registered = item();
+
+        QVERIFY(registered.registerItem());
+
+        QCOMPARE(registered.status(), LoginItem::Status::enabled);
+        const auto entry = DesktopEntry::read(path());
+        QVERIFY(entry);
+        QCOMPARE(entry->string(u"Type"_s), u"Application"_s);
+        QCOMPARE(entry->string(u"Name"_s), u"Orvella"_s);
+        QCOMPARE(entry->string(u"Icon"_s), u"io.orvella.Orvella"_s);
+        QCOMPARE(entry->string(u"TryExec"_s), program());
+        QCOMPARE(entry->string(u"Exec"_s), u"\"%1\""_s.arg(program()));
+    }
+
+    void argumentsWithSpecialCharactersStayArguments()
+    {
+        AutostartLoginItem withArguments(autostart(), {program(), u"--profile"_s, u"/home/a b/$x%1\\"_s});
+
+        QVERIFY(withArguments.registerItem());
+
+        QCOMPARE(DesktopEntry::read(path())->string(u"Exec"_s),
+            u'"' + program() + u"\" \"--profile\" \"/home/a b/\\$x%%1\\\\\""_s);
+    }
+
+    void anUnregisteredItemIsGone()
+    {
+        auto registered = item();
+        QVERIFY(registered.registerItem());
+
+        QVERIFY(registered.unregisterItem());
+
+        QCOMPARE(registered.status(), LoginItem::Status::notRegistered);
+        QVERIFY(!QFileInfo::exists(path()));
+        QVERIFY(registered.unregisterItem());
+    }
+
+    void theStatusIsWhatTheSessionWouldDo_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<LoginItem::Status>("status");
+
+        using Status = LoginItem::Status;
+        const auto row = [](const char* name, const QString& lines, Status status) {
+            QTest::newRow(name) << u"[Desktop Entry]\nType=Application\n"_s + lines << status;
+        };
+        row("a plain entry", u"Exec=orvella\n"_s, Status::enabled);
+        row("hidden", u"Exec=orvella\nHidden=true\n"_s, Status::requiresApproval);
+        row("not hidden", u"Exec=orvella\nHidden=false\n"_s, Status::enabled);
+        row("off in GNOME", u"Exec=orvella\nX-GNOME-Autostart-enabled=false\n"_s, Status::requiresApproval);
+        row("on in GNOME", u"Exec=orvella\nX-GNOME-Autostart-enabled=true\n"_s, Status::enabled);
+        row("off in MATE", u"Exec=orvella\nX-MATE-Autostart-enabled=false\n"_s, Status::requiresApproval);
+        row("a program that is gone", u"Exec=orvella\nTryExec=/nowhere/orvella\n"_s, Status::notFound);
+        row("a program that is a folder", u"Exec=orvella\nTryExec=/usr\n"_s, Status::notFound);
+        row("a program that may not be run", u"Exec=orvella\nTryExec=/etc/passwd\n"_s, Status::notFound);
+        row("no command", u"Name=Orvella\n"_s, Status::notRegistered);
+        QTest::newRow("an empty file") << u""_s << Status::notRegistered;
+        QTest::newRow("a link") << u"[Desktop Entry]\nType=Link\nExec=x\n"_s << Status::notRegistered;
+    }
+
+    void theStatusIsWhatTheSessionWouldDo()
+    {
+        QFETCH(QString, entry);
+        QFETCH(LoginItem::Status, status);
+        write(entry);
+
+        QCOMPARE(item().status(), status);
+    }
+
+    void registeringTurnsASwitchedOffEntryOnAgain()
+    {
+        write(u"[Desktop Entry]\nType=Application\nExec=orvella\nHidden=true\n"_s);
+        auto switchedOff = item();
+
+        QVERIFY(switchedOff.registerItem());
+
+        QCOMPARE(switchedOff.status(), LoginItem::Status::enabled);
+    }
+
+    void aRefusalIsAFailureAndTheStatusStaysTheRealOne()
+    {
+        QVERIFY(item().registerItem());
+        QFile::setPermissions(autostart(), QFile::Permissions(0x5555));
+        const OrdinaryUser user;
+        auto refused = item();
+
+        const auto registered = refused.registerItem();
+        const auto unregistered = refused.unregisterItem();
+
+        QVERIFY(!registered);
+        QCOMPARE(registered.error().kind, Failure::Kind::refused);
+        QVERIFY(!unregistered);
+        QCOMPARE(unregistered.error().kind, Failure::Kind::refused);
+        QVERIFY(QFileInfo::exists(path()));
+    }
+
+private:
+    [[nodiscard]] QString autostart() const { return m_folder->filePath(u"autostart"_s); }
+
+    [[nodiscard]] QString path() const { return autostart() + u"/io.orvella.Orvella.desktop"_s; }
+
+    static QString program() { return QCoreApplication::applicationFilePath(); }
+
+    [[nodiscard]] AutostartLoginItem item() const { return AutostartLoginItem(autostart(), {program()}); }
+
+    void write(const QString& entry) const
+    {
+        QVERIFY(QDir().mkpath(autostart()));
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(entry.toUtf8());
+    }
+
+    std::optional<QTemporaryDir> m_folder;
+};
+
+QTEST_GUILESS_MAIN(AutostartLoginItemTest)
+
+#include "AutostartLoginItemTest.moc"

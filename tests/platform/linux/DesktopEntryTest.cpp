@@ -1,0 +1,101 @@
+#include "platform/linux/DesktopEntry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
+
+class DesktopEntryTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void onlyTheMainGroupIsRead()
+    {
+        const auto entry = DesktopEntry::parse(u"# comment\n\n[Desktop Entry]\nName=Editor\n#Exec=no\n"
+                                               "Exec = edit %F \r\nnothing\n=nothing\n"
+                                               "[Desktop Action new]\nName=New\nIcon=new\n"_s);
+
+        QVERIFY(entry);
+        QCOMPARE(entry->string(u"Name"_s), u"Editor"_s);
+        QCOMPARE(entry->string(u"Exec"_s), u"edit %F"_s);
+        QCOMPARE(entry->string(u"Icon"_s), std::nullopt);
+        QCOMPARE(entry->string(u""_s), std::nullopt);
+    }
+
+    void withoutTheMainGroupThereIsNoEntry()
+    {
+        QVERIFY(!DesktopEntry::parse(u""_s));
+        QVERIFY(!DesktopEntry::parse(u"Name=Editor\n"_s));
+        QVERIFY(!DesktopEntry::parse(u"[Other]\nName=Editor\n"_s));
+    }
+
+    void theNameIsInTheLanguageOfTheLocale_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("name");
+
+        QTest::newRow("language and country") << u"de_AT.UTF-8"_s << u"Austrian"_s;
+        QTest::newRow("language only") << u"de_CH.UTF-8"_s << u"German"_s;
+        QTest::newRow("the modifier before the language") << u"sr_RS@latin"_s << u"Latin Serbian"_s;
+        QTest::newRow("everything given") << u"sr_ME.UTF-8@latin"_s << u"Montenegrin"_s;
+        QTest::newRow("no translation") << u"fr_FR"_s << u"Plain"_s;
+        QTest::newRow("C") << u"C"_s << u"Plain"_s;
+        QTest::newRow("no locale's name") << u"../x"_s << u"Plain"_s;
+        QTest::newRow("nothing") << u""_s << u"Plain"_s;
+    }
+
+    void theNameIsInTheLanguageOfTheLocale()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, name);
+        const auto entry = DesktopEntry::parse(
+            u"[Desktop Entry]\nName=Plain\nName[de]=German\nName[de_AT]=Austrian\nName[sr]=Serbian\n"
+            "Name[sr@latin]=Latin Serbian\nName[sr_ME@latin]=Montenegrin\n"_s);
+
+        QCOMPARE(entry->localized(u"Name"_s, locale), name);
+    }
+
+    void onlyTrueAndFalseAreBooleans()
+    {
+        const auto entry = DesktopEntry::parse(u"[Desktop Entry]\na=true\nb=false\nc=1\nd=True\ne=\n"_s);
+
+        QCOMPARE(entry->boolean(u"a"_s), true);
+        QCOMPARE(entry->boolean(u"b"_s), false);
+        for (const auto& key : {u"c"_s, u"d"_s, u"e"_s, u"f"_s})
+            QCOMPARE(entry->boolean(key), std::nullopt);
+    }
+
+    void escapesAreResolvedAndWritten()
+    {
+        const auto entry = DesktopEntry::parse(u"[Desktop Entry]\na=\\sx\\ty\\nz\\r\\\\n\\q\\"_s);
+
+        QCOMPARE(entry->string(u"a"_s), u" x\ty\nz\r\\n\\q\\"_s);
+        for (const auto& text : {u" x\ty\nz\r\\n"_s, u"plain"_s, u"C:\\new\\sx"_s, u""_s}) {
+            const auto written = u"[Desktop Entry]\na="_s + DesktopEntry::escaped(text) + u'\n';
+            QCOMPARE(DesktopEntry::parse(written)->string(u"a"_s), text);
+        }
+    }
+
+    void argumentsAreQuotedForTheCommandLine()
+    {
+        QCOMPARE(DesktopEntry::quotedArgument(u"/usr/bin/orvella"_s), u"\"/usr/bin/orvella\""_s);
+        QCOMPARE(DesktopEntry::quotedArgument(u"a b$c`d\"e\\f%g"_s), u"\"a b\\$c\\`d\\\"e\\\\f%%g\""_s);
+    }
+
+    void whatIsNoFileIsNoEntry()
+    {
+        const QTemporaryDir folder;
+        QCOMPARE(::mkfifo(QFile::encodeName(folder.filePath(u"pipe"_s)).constData(), 0600), 0);
+
+        QVERIFY(!DesktopEntry::read(folder.filePath(u"absent"_s)));
+        QVERIFY(!DesktopEntry::read(folder.filePath(u"pipe"_s)));
+        QVERIFY(!DesktopEntry::read(folder.path()));
+    }
+};
+
+QTEST_GUILESS_MAIN(DesktopEntryTest)
+
+#include "DesktopEntryTest.moc"
