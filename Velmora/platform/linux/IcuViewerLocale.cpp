@@ -1,13 +1,13 @@
 #include "platform/linux/IcuViewerLocale.h"
 
+#include "platform/linux/LocaleName.h"
+
 #include <unicode/currunit.h>
 #include <unicode/localebuilder.h>
 #include <unicode/numberformatter.h>
 
 #include <QRegularExpression>
 
-#include <array>
-#include <span>
 #include <string_view>
 
 namespace orvella {
@@ -15,17 +15,6 @@ namespace orvella {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// The value of the first variable that is set and not empty; "C" where none is.
-QString localeName(const QProcessEnvironment& environment, std::span<const QString> variables)
-{
-    for (const auto& variable : variables) {
-        const auto name = environment.value(variable);
-        if (!name.isEmpty())
-            return name;
-    }
-    return u"C"_s;
-}
 
 bool isKnownLanguage(const char* code)
 {
@@ -88,9 +77,9 @@ private:
 };
 
 IcuViewerLocale::IcuViewerLocale(const QProcessEnvironment& environment)
-    : m_monetaryName(localeName(environment, std::array {u"LC_ALL"_s, u"LC_MONETARY"_s, u"LANG"_s}))
+    : m_monetaryName(localeName(environment, LocaleCategory::monetary))
 {
-    const auto messages = namedLocale(localeName(environment, std::array {u"LC_ALL"_s, u"LC_MESSAGES"_s, u"LANG"_s}));
+    const auto messages = namedLocale(localeName(environment, LocaleCategory::messages));
     if (messages)
         m_languageCode = QString::fromLatin1(messages->getLanguage());
 }
