@@ -1,0 +1,71 @@
+#include "VelmoraApp.h"
+
+#include "api/CurlTransport.h"
+#include "app/CommandLine.h"
+#include "app/StatusBarController.h"
+#include "base/ApplicationId.h"
+#include "base/Version.h"
+#include "platform/SystemPlatform.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+namespace orvella {
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+void print(std::FILE* stream, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+/// The arguments as they are, before there is an application object that would want a display.
+QStringList arguments(int argc, char** argv)
+{
+    QStringList texts;
+    for (int place = 0; place < argc; ++place)
+        texts.append(QString::fromLocal8Bit(argv[place]));
+    return texts;
+}
+
+int runInBar(int argc, char** argv, const CommandLine& commandLine)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orvella"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orvella"));
+    QApplication::setApplicationVersion(kVersion);
+    QApplication::setDesktopFileName(kApplicationId);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    SystemPlatform platform(commandLine.profile, commandLine.overlays);
+    CurlTransport transport;
+    const StatusBarController controller(platform.lend(), transport);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int VelmoraApp::run(int argc, char** argv)
+{
+    const auto commandLine = CommandLine::parse(arguments(argc, argv));
+    if (!commandLine) {
+        print(stderr, QStringLiteral("orvella: %1\n").arg(commandLine.error().description));
+        return kUsageError;
+    }
+    switch (commandLine->wish) {
+    case CommandLine::Wish::showHelp:
+        print(stdout, CommandLine::helpText());
+        return 0;
+    case CommandLine::Wish::showVersion:
+        print(stdout, CommandLine::versionText());
+        return 0;
+    case CommandLine::Wish::run:
+        break;
+    }
+    return runInBar(argc, argv, *commandLine);
+}
+
+} // namespace orvella
