@@ -6,21 +6,17 @@ add_custom_target(thread_tests)
 # One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
 #
 # LIBRARIES  what it tests
+# DESKTOP    runs it on a virtual desktop with a panel, a session bus and a keyring of its own
 # COMMAND    what to start the program with, for example a private session bus; it precedes the program
 # ENVIRONMENT, LABELS, TIMEOUT  as CTest knows them; the label "threads" has it run under the thread sanitizer too
 function(velmora_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "TIMEOUT" "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
     cmake_path(GET name FILENAME file)
     set(target ${file}Test)
     add_executable(${target} ${name}Test.cpp)
     target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} velmora_support Qt6::Test velmora_options)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    add_test(NAME ${name} COMMAND ${arg_COMMAND} $<TARGET_FILE:${target}>)
-    if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 60)
-    endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
-    set_property(TEST ${name} PROPERTY ENVIRONMENT
+    set(environment
         LC_ALL=C.UTF-8
         QT_QPA_PLATFORM=offscreen
         ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
@@ -30,6 +26,17 @@ function(velmora_test name)
         http_proxy= https_proxy= HTTPS_PROXY= all_proxy= ALL_PROXY= no_proxy= NO_PROXY=
         ${arg_ENVIRONMENT}
     )
+    if(arg_DESKTOP)
+        # The desktop starts from an empty environment.
+        set(arg_COMMAND ${CMAKE_SOURCE_DIR}/tools/dev/desktop ${CMAKE_BINARY_DIR}/desktop/${file}
+            env ${environment} QT_QPA_PLATFORM=xcb ${arg_COMMAND})
+    endif()
+    add_test(NAME ${name} COMMAND ${arg_COMMAND} $<TARGET_FILE:${target}>)
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    set_property(TEST ${name} PROPERTY ENVIRONMENT ${environment})
     if(arg_LABELS)
         set_property(TEST ${name} PROPERTY LABELS ${arg_LABELS})
     endif()
