@@ -47,6 +47,11 @@ void FakeStatusArea::stop()
     m_bus.unregisterObject(u"/StatusNotifierWatcher"_s);
 }
 
+void FakeStatusArea::announceHost()
+{
+    m_bus.send(QDBusMessage::createSignal(u"/StatusNotifierWatcher"_s, kWatcher, u"StatusNotifierHostRegistered"_s));
+}
+
 QStringList FakeStatusArea::takeSignals()
 {
     return std::exchange(m_signals, {});
@@ -79,6 +84,8 @@ QDBusMessage FakeStatusArea::call(const QString& item, const QString& method, co
 void FakeStatusArea::RegisterStatusNotifierItem(const QString& service)
 {
     m_items.append(service);
+    if (m_refuses)
+        sendErrorReply(QDBusError::UnknownObject, u"not ready"_s);
 }
 
 void FakeStatusArea::heard(const QDBusMessage& signal)

@@ -25,10 +25,14 @@ public:
 
     /// Offers itself to the items.
     [[nodiscard]] bool start();
+    /// Answers the next registrations with an error, as a watcher that has its name but is not ready yet.
+    void refuse(bool refuses) { m_refuses = refuses; }
+    /// Says that a panel has come that shows items.
+    void announceHost();
     /// Goes away, as a panel that ends or crashes.
     void stop();
 
-    /// The names under which items registered since the start, each as often as it did.
+    /// The names under which items registered since the start, each as often as it did; refused ones too.
     [[nodiscard]] QStringList items() const { return m_items; }
 
     [[nodiscard]] bool hasHost() const { return true; }
@@ -56,6 +60,7 @@ private:
     QDBusConnection m_bus;
     QStringList m_items;
     QStringList m_signals;
+    bool m_refuses = false;
 };
 
 } // namespace orvella

@@ -19,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kItemPath = "/StatusNotifierItem"_L1;
+constexpr auto kWatcherPath = "/StatusNotifierWatcher"_L1;
 constexpr auto kWatcherService = "org.kde.StatusNotifierWatcher"_L1;
 
 /// The sizes of all usual bars, at one and two device pixels for each logical one, so that none has to scale.
@@ -75,6 +76,8 @@ void StatusNotifierItem::show(std::function<void()> clicked)
     m_watcherOwners.setConnection(m_bus);
     m_watcherOwners.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
     m_watcherOwners.addWatchedService(kWatcherService);
+    // A watcher may have its name before it can answer; then its first host is the occasion to try again.
+    m_bus.connect({}, kWatcherPath, kWatcherService, u"StatusNotifierHostRegistered"_s, this, SLOT(findWatcher()));
     findWatcher();
 }
 
@@ -124,11 +127,16 @@ void StatusNotifierItem::registerAt(const QString& watcher)
 {
     if (std::exchange(m_watcher, watcher) == watcher || watcher.isEmpty())
         return;
-    auto request = QDBusMessage::createMethodCall(
-        watcher, u"/StatusNotifierWatcher"_s, kWatcherService, u"RegisterStatusNotifierItem"_s);
+    auto request =
+        QDBusMessage::createMethodCall(watcher, kWatcherPath, kWatcherService, u"RegisterStatusNotifierItem"_s);
     // A name of its own would be one more thing that a sandbox has to allow; the connection's is enough.
     request << m_bus.baseService();
-    m_bus.asyncCall(request);
+    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, watcher](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        if (finished->isError() && m_watcher == watcher)
+            m_watcher.clear();
+    });
 }
 
 void StatusNotifierItem::activated(QPoint reported)

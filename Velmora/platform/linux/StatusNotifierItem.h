@@ -36,10 +36,13 @@ public:
     /// for one window, so it is given out once.
     [[nodiscard]] QString takeActivationToken();
 
+private Q_SLOTS:
+    /// Registers with the watcher that is there, unless it knows the item already.
+    void findWatcher();
+
 private:
     void drawPictures();
     void refresh();
-    void findWatcher();
     void registerAt(const QString& watcher);
     void activated(QPoint reported);
 

@@ -137,6 +137,30 @@ private Q_SLOTS:
         QCOMPARE(m_area->items().size(), 1);
     }
 
+    void itRegistersAgainWithAStatusAreaThatWasNotReady()
+    {
+        m_area->refuse(true);
+        QVERIFY(m_area->start());
+        show();
+        QTRY_COMPARE(m_area->items().size(), 1);
+        QTest::qWait(50);
+
+        m_area->refuse(false);
+        m_area->announceHost();
+
+        QTRY_COMPARE(m_area->items().size(), 2);
+    }
+
+    void aSecondPanelIsNoReasonToRegisterAgain()
+    {
+        showInArea();
+
+        m_area->announceHost();
+        QTest::qWait(100);
+
+        QCOMPARE(m_area->items().size(), 1);
+    }
+
     void itIsNotOnTheBusBeforeItIsShown()
     {
         QVERIFY(m_area->start());
