@@ -21,7 +21,7 @@ using Easy = std::unique_ptr<CURL, decltype([](CURL* easy) { curl_easy_cleanup(e
 using HeaderList = std::unique_ptr<curl_slist, decltype([](curl_slist* list) { curl_slist_free_all(list); })>;
 
 // A little less than what libcurl itself takes.
-constexpr std::size_t kGreatestHead = 256 * 1024;
+constexpr std::size_t kGreatestHead = 262'144;
 
 struct Incoming {
     qsizetype greatestBody;
@@ -62,12 +62,10 @@ std::size_t takeBody(const char* bytes, std::size_t, std::size_t count, void* in
 
 bool append(HeaderList& list, const QByteArray& line)
 {
-    auto* const longer = curl_slist_append(list.get(), line.constData());
-    if (longer == nullptr)
-        return false;
-    static_cast<void>(list.release());
-    list.reset(longer);
-    return true;
+    auto* const shorter = list.release();
+    auto* const longer = curl_slist_append(shorter, line.constData());
+    list.reset(longer == nullptr ? shorter : longer);
+    return longer != nullptr;
 }
 
 bool isOneLine(const QByteArray& text)
@@ -231,8 +229,9 @@ CURLcode CurlTransfer::drive(CURL* easy)
     auto state = CURLM_OK;
     while (state == CURLM_OK && running > 0 && !m_aborted) {
         state = curl_multi_perform(m_multi, &running);
+        // It also returns when one of libcurl's own timers is due, so the bound is not what ends a transfer.
         if (state == CURLM_OK && running > 0)
-            state = curl_multi_poll(m_multi, nullptr, 0, 1000, nullptr);
+            state = curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(m_options.limit.count()), nullptr);
     }
 
     int left = 0;

@@ -102,12 +102,6 @@ public:
         m_isClosed = true;
     }
 
-    [[nodiscard]] bool isClosed()
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_isClosed;
-    }
-
     void waitUntilEmpty()
     {
         std::unique_lock lock(m_mutex);
@@ -190,7 +184,7 @@ CurlTransport::~CurlTransport()
         waiting.call->abort();
     m_desk->waitUntilEmpty();
 
-    // A flow that resumes may stop others, or ask for more.
+    // A flow that resumes may stop others, or ask for more, which no worker takes up any longer.
     while (!m_waiting.empty()) {
         const auto call = m_waiting.begin()->second.call;
         call->cancelUnlessReceived();
@@ -203,10 +197,6 @@ QCoro::Task<> CurlTransport::run(std::shared_ptr<Exchange> exchange, std::stop_t
     Q_ASSERT(QThread::currentThread() == thread());
     if (stop.stop_requested())
         co_return;
-    if (m_desk->isClosed()) {
-        exchange->receive(failed(Failure::Kind::cancelled));
-        co_return;
-    }
     const auto call = std::make_shared<Call>(std::move(exchange), m_options);
     co_await Answer(*this, call, stop);
 }

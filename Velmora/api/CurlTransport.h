@@ -23,8 +23,7 @@ namespace orvella {
 /// Redirects are not followed, cookies not kept, certificates always verified, and nothing is sent twice. The proxies
 /// are those of the environment (`http_proxy`, `https_proxy`, `no_proxy`).
 ///
-/// An exchange whose request could not be made receives that failure. Everything but the exchange runs on the thread
-/// that made the transport.
+/// Everything but the exchange runs on the thread that made the transport.
 class CurlTransport final : public QObject, public Transport {
     Q_OBJECT
 
@@ -32,7 +31,7 @@ public:
     explicit CurlTransport(CurlOptions options = {});
 
     /// Ends what is under way within moments. The flows that still wait resume here, after their exchanges received a
-    /// cancellation.
+    /// cancellation, here too.
     ~CurlTransport() override;
 
     QCoro::Task<> run(std::shared_ptr<Exchange> exchange, std::stop_token stop) override;

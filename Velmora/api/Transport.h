@@ -38,7 +38,7 @@ public:
 
     /// Makes the request; a failure here ends the exchange before anything is sent.
     [[nodiscard]] virtual Result<HttpRequest> request() const = 0;
-    /// Takes the reply and reads it.
+    /// Takes the reply and reads it; or takes the failure, of `request` too.
     virtual void receive(Result<HttpReply> reply) = 0;
 };
 
