@@ -1,6 +1,5 @@
 #include "sandbox/Database.h"
 
-#include <QCoreApplication>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -129,8 +128,7 @@ Result<void> Database::prepareTables()
     const auto version = value(u"PRAGMA user_version"_s).toInt();
     if (version != 0 && version != kVersion) {
         std::ignore = end();
-        return failed(Failure::Kind::refused,
-            QCoreApplication::translate("Sandbox", "The database was made by another version of this program."));
+        return failed(Failure::Kind::refused, u"The database was made by another version of this program."_s);
     }
     if (version == 0) {
         for (const auto* const table : kTables)

@@ -1,7 +1,5 @@
 #include "sandbox/Service.h"
 
-#include <QCoreApplication>
-
 namespace orvella::sandbox {
 
 using namespace Qt::Literals::StringLiterals;
@@ -13,8 +11,7 @@ Result<std::unique_ptr<Service>> Service::start(Setup setup, Clock& clock, Momen
         return std::unexpected(database.error());
     auto server = std::make_unique<Server>(clock, setup.faults);
     if (!server->listenOn(setup.port)) {
-        return failed(Failure::Kind::refused,
-            QCoreApplication::translate("Sandbox", "Port %1 cannot be listened on.").arg(setup.port));
+        return failed(Failure::Kind::refused, u"Port %1 cannot be listened on."_s.arg(setup.port));
     }
     return std::unique_ptr<Service>(
         new Service(std::move(setup), *std::move(database), std::move(server), clock, startDate, announce));

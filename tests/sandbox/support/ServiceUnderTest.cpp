@@ -4,6 +4,8 @@
 
 #include <QUrl>
 
+#include <algorithm>
+
 namespace orvella::sandbox {
 
 using namespace Qt::Literals::StringLiterals;
@@ -57,11 +59,7 @@ HttpAnswer ServiceUnderTest::submit(const QString& path, const QByteArray& form)
 
 ServiceUnderTest::Registered ServiceUnderTest::registerDevice(const QString& name) const
 {
-    auto body = anonymousSettings();
-    body.emplace(u"deviceName"_s, name);
-    body.emplace(u"appVersion"_s, u"0.1.0"_s);
-    body.emplace(u"language"_s, u"en"_s);
-    const auto data = post(u"/api/mac/device/register"_s, body).data();
+    const auto data = post(pathOf(Call::registration), registrationBody(name)).data();
     return {text(data, u"deviceId"_s), text(data, u"deviceToken"_s), text(data, u"activationCode"_s)};
 }
 
@@ -86,6 +84,27 @@ Json::Object ServiceUnderTest::view(const QString& token)
 quint16 ServiceUnderTest::port() const
 {
     return static_cast<quint16>(QUrl(m_service->origin()).port());
+}
+
+QString pathOf(Call call)
+{
+    return std::ranges::find(kCallRoutes, call, &CallRoute::call)->path.toString();
+}
+
+Json::Object registrationBody(const QString& name)
+{
+    auto body = anonymousSettings();
+    body.emplace(u"deviceName"_s, name);
+    body.emplace(u"appVersion"_s, u"0.1.0"_s);
+    body.emplace(u"language"_s, u"en"_s);
+    return body;
+}
+
+Json::Object heartbeatBody(Json::Object settings, const QStringList& categories, qint64 count)
+{
+    auto body = pollBody(std::move(settings), u"en"_s, categories);
+    body.emplace(u"rawAppCount"_s, count);
+    return body;
 }
 
 Json::Object anonymousSettings()

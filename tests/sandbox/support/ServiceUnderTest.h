@@ -51,11 +51,20 @@ private:
     std::unique_ptr<Service> m_service;
 };
 
+/// Where a call is reached.
+[[nodiscard]] QString pathOf(Call call);
+
 /// The three settings of an anonymous viewer.
 [[nodiscard]] Json::Object anonymousSettings();
 
 /// The three settings of a viewer who shares categories.
 [[nodiscard]] Json::Object sharingSettings();
+
+/// The body with which an anonymous viewer's device registers.
+[[nodiscard]] Json::Object registrationBody(const QString& name = QStringLiteral("desk"));
+
+/// The body of a heartbeat.
+[[nodiscard]] Json::Object heartbeatBody(Json::Object settings, const QStringList& categories, qint64 count);
 
 /// The body of an availability poll.
 [[nodiscard]] Json::Object pollBody(Json::Object settings, const QString& language, const QStringList& categories = {});
