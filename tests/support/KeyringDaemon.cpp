@@ -37,8 +37,18 @@ KeyringDaemon::~KeyringDaemon()
 
 bool KeyringDaemon::start()
 {
-    m_process.start(u"gnome-keyring-daemon"_s, {u"--unlock"_s, u"--foreground"_s, u"--components=secrets"_s});
-    m_process.write(kPassword);
+    return run({u"--unlock"_s}, kPassword);
+}
+
+bool KeyringDaemon::startWithoutKeyring()
+{
+    return run({}, {});
+}
+
+bool KeyringDaemon::run(const QStringList& arguments, const QByteArray& input)
+{
+    m_process.start(u"gnome-keyring-daemon"_s, arguments + QStringList {u"--foreground"_s, u"--components=secrets"_s});
+    m_process.write(input);
     m_process.closeWriteChannel();
     return m_process.waitForStarted() && QTest::qWaitFor(isOnTheBus, 20000);
 }

@@ -15,8 +15,10 @@ public:
     KeyringDaemon& operator=(const KeyringDaemon&) = delete;
     ~KeyringDaemon();
 
-    /// Starts it with its keyring unlocked and answers when it is on the bus.
+    /// Starts it with a keyring that is unlocked and answers when it is on the bus.
     [[nodiscard]] bool start();
+    /// Starts it as it is at the first login without a password: it has no keyring yet.
+    [[nodiscard]] bool startWithoutKeyring();
     void kill();
     [[nodiscard]] bool lock();
     [[nodiscard]] bool isLocked() const;
@@ -25,6 +27,8 @@ public:
     static QByteArray secretTool(const QStringList& arguments, const QByteArray& input = {});
 
 private:
+    [[nodiscard]] bool run(const QStringList& arguments, const QByteArray& input);
+
     QProcess m_process;
 };
 

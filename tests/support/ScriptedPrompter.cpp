@@ -5,6 +5,7 @@
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 
 namespace orvella {
 
@@ -32,15 +33,20 @@ ScriptedPrompter::~ScriptedPrompter()
 
 void ScriptedPrompter::enter(const char* password)
 {
-    const auto prompt = take();
-    auto* const sealed = gcr_secret_exchange_send(prompt.exchange.get(), password, -1);
-    ready(prompt, u"yes"_s, QString::fromUtf8(sealed));
-    g_free(sealed);
+    answer(u"yes"_s, password);
 }
 
 void ScriptedPrompter::dismiss()
 {
-    ready(take(), u"no"_s, {});
+    answer(u"no"_s, nullptr);
+}
+
+void ScriptedPrompter::answer(const QString& reply, const char* password)
+{
+    const auto prompt = take();
+    auto* const sealed = gcr_secret_exchange_send(prompt.exchange.get(), password, -1);
+    ready(prompt, reply, QString::fromUtf8(sealed));
+    g_free(sealed);
 }
 
 ScriptedPrompter::Prompt ScriptedPrompter::take()
@@ -56,7 +62,9 @@ void ScriptedPrompter::ready(const Prompt& prompt, const QString& reply, const Q
 {
     auto call = QDBusMessage::createMethodCall(
         prompt.client, prompt.callback, u"org.gnome.keyring.internal.Prompter.Callback"_s, u"PromptReady"_s);
-    call << reply << QVariantMap() << exchange;
+    // Without a strength a new password counts as empty. The protocol boxes each value twice.
+    const auto strength = QVariant::fromValue(QDBusVariant(1));
+    call << reply << QVariantMap {{u"password-strength"_s, strength}} << exchange;
     m_bus.send(call);
 }
 

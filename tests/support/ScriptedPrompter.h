@@ -38,6 +38,7 @@ private:
         std::shared_ptr<_GcrSecretExchange> exchange;
     };
 
+    void answer(const QString& reply, const char* password);
     void ready(const Prompt& prompt, const QString& reply, const QString& exchange);
     Prompt take();
 

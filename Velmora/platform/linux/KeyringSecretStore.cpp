@@ -177,7 +177,7 @@ QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretSto
             locked = co_await lockedDefault(*opened, stop);
         if (!locked)
             co_return locked;
-        if (locked->empty())
+        if (locked->empty() && !found->unlocked.empty())
             m_hasRefused = false;
         if (locked->empty() || (wanted == Wanted::anyItem && !found->unlocked.empty()))
             co_return found->unlocked;
@@ -188,7 +188,7 @@ QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretSto
     co_return KeyringTrouble::failed;
 }
 
-/// The default collection, if it is locked.
+/// The default collection, if there is one and it is locked.
 QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretStore::lockedDefault(
     Session session, std::stop_token stop)
 {
@@ -200,7 +200,10 @@ QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretSto
     const auto isLocked = co_await session->isLocked(*collection, stop);
     if (!isLocked)
         co_return isLocked.trouble();
-    co_return *isLocked ? std::vector<Path> {*collection} : std::vector<Path>();
+    if (*isLocked)
+        co_return std::vector<Path> {*collection};
+    m_hasRefused = false;
+    co_return std::vector<Path>();
 }
 
 /// The default collection, made and unlocked where that is necessary.

@@ -20,8 +20,8 @@ class KeyringSession;
 ///
 /// What is locked is unlocked first, by the service's own prompt, which belongs to the store: flows that need it while
 /// it is up wait for the same one, and it stays up when a flow that waits for it is stopped. Once the viewer has
-/// refused, nothing is asked again in this run, until an item or the collection is found unlocked: then the viewer has
-/// changed their mind elsewhere, and a later lock is a new one.
+/// refused, nothing is asked again in this run until the items or the default collection are found unlocked: then the
+/// viewer has thought better of it elsewhere, and a later lock is a new one.
 ///
 /// A service that is not there, or silent for `kAnswerLimit`, is absent at once. A call that fails otherwise, and a
 /// service that was there before and is not now, are tried again after each of a few pauses; then the service counts as
@@ -34,7 +34,7 @@ public:
     explicit KeyringSecretStore(Clock& clock);
     KeyringSecretStore(const KeyringSecretStore&) = delete;
     KeyringSecretStore& operator=(const KeyringSecretStore&) = delete;
-    /// Ends what is under way; a prompt is withdrawn.
+    /// Ends what is under way. A prompt that is up stays.
     ~KeyringSecretStore() override;
 
     // The answers in full: the trouble is `absent`, `refused` or `stopped`.

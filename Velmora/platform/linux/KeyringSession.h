@@ -50,7 +50,6 @@ public:
     QCoro::Task<FromKeyring<Secret>> secret(Path item, std::stop_token stop);
     QCoro::Task<FromKeyring<>> createItem(
         Path collection, QString service, QString account, Secret value, std::stop_token stop);
-    /// Also succeeds where the item is gone already.
     QCoro::Task<FromKeyring<>> deleteItem(Path item, std::stop_token stop);
 
     /// The collection that takes new items; empty where there is none yet.

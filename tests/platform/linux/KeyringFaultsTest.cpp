@@ -4,7 +4,6 @@
 #include "support/Outcome.h"
 
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -21,7 +20,7 @@ using Reading = Outcome<std::optional<Secret>>;
 
 } // namespace
 
-/// The store and a keyring that is locked, silent, failing or gone.
+/// The store and a keyring that is silent, failing or gone.
 class KeyringFaultsTest final : public QObject {
     Q_OBJECT
 
@@ -46,191 +45,6 @@ private Q_SLOTS:
 
         QTRY_VERIFY(reading.isThere());
         QVERIFY(!*reading);
-    }
-
-    void theMainLoopGoesOnWhileAPromptIsUp()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        int ticks = 0;
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [&] { ++ticks; });
-
-        const auto reading = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        timer.start(10ms);
-        QTest::qWait(1000);
-
-        QVERIFY2(ticks >= 80, QByteArray::number(ticks));
-        QVERIFY(!reading.isThere());
-    }
-
-    void aPromptIsWaitedForWithoutALimit()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-
-        const auto reading = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        QTRY_COMPARE(clock->sleepers(), 0U);
-        clock->advance(24h);
-        QVERIFY(!reading.isThere());
-        service->agree();
-
-        QTRY_VERIFY(reading.isThere());
-        QCOMPARE((*reading)->reveal(), "token-1");
-    }
-
-    void readsThatComeWhileAPromptIsUpShareIt()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-
-        const auto first = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        const auto second = read();
-        const auto third = read();
-        QTRY_COMPARE(service->calls(u"SearchItems"_s), 3);
-        QTest::qWait(100);
-        QCOMPARE(service->calls(u"Unlock"_s), 1);
-        service->agree();
-
-        QTRY_VERIFY(first.isThere() && second.isThere() && third.isThere());
-        QVERIFY(*first && *second && *third);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-    }
-
-    void aRefusalCountsForAllWhoWait()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-
-        const auto first = read();
-        const auto second = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        QTest::qWait(100);
-        service->dismiss();
-
-        QTRY_VERIFY(first.isThere() && second.isThere());
-        QVERIFY(!*first && !*second);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-    }
-
-    void aStoppedReadLetsGoAtOnceAndTheOthersKeepThePrompt()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        std::stop_source stop;
-
-        const auto first = read(stop.get_token());
-        const auto second = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        QTest::qWait(100);
-        stop.request_stop();
-
-        QVERIFY(first.isThere());
-        QVERIFY(!*first);
-        QVERIFY(!second.isThere());
-        QCOMPARE(service->prompts(), 1);
-        service->agree();
-        QTRY_VERIFY(second.isThere());
-        QVERIFY(*second);
-    }
-
-    void aPromptThatNobodyWaitsForAnyMoreIsNotWithdrawnAndStillCounts()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        std::stop_source stop;
-        const auto first = read(stop.get_token());
-        QTRY_COMPARE(service->prompts(), 1);
-        stop.request_stop();
-
-        const auto second = read();
-        QTRY_COMPARE(service->calls(u"SearchItems"_s), 2);
-        service->agree();
-
-        QTRY_VERIFY(second.isThere());
-        QVERIFY(*second);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-        QCOMPARE(service->calls(u"Dismiss"_s), 0);
-    }
-
-    void afterARefusalNothingIsAskedUntilTheKeyringIsFoundOpen()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        const auto refused = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        service->dismiss();
-        QTRY_VERIFY(refused.isThere());
-
-        const auto quiet = read();
-        QTRY_VERIFY(quiet.isThere());
-        QVERIFY(!*quiet);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-
-        service->isLocked = false;
-        const auto open = read();
-        QTRY_VERIFY(open.isThere());
-        QVERIFY(*open);
-
-        service->isLocked = true;
-        const auto asked = read();
-        QTRY_COMPARE(service->prompts(), 1);
-    }
-
-    void aLockedCollectionThatHidesItsItemsIsUnlockedBeforeThereIsNoItem()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->hidesLockedItems = true;
-        service->start();
-
-        const auto reading = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        service->agree();
-
-        QTRY_VERIFY(reading.isThere());
-        QVERIFY(*reading);
-    }
-
-    void aMissingCollectionIsMadeForTheFirstItem()
-    {
-        service->hasCollection = false;
-        service->start();
-        const auto reading = read();
-        QTRY_VERIFY(reading.isThere());
-        QVERIFY(!*reading);
-        QCOMPARE(service->calls(u"Prompt"_s), 0);
-
-        const Outcome adding(store->add(kService, kAccount, Secret("token-1")));
-        QTRY_COMPARE(service->prompts(), 1);
-        service->agree();
-
-        QTRY_VERIFY(adding.isThere());
-        QCOMPARE(service->items.size(), 1U);
-    }
-
-    void anItemIsNotAddedWhereTheViewerWantsNoKeyring()
-    {
-        service->hasCollection = false;
-        service->start();
-
-        const Outcome adding(store->addItem(kService, kAccount, Secret("token-1")));
-        QTRY_COMPARE(service->prompts(), 1);
-        service->dismiss();
-
-        QTRY_VERIFY(adding.isThere());
-        QCOMPARE((*adding).trouble(), KeyringTrouble::refused);
-        QVERIFY(service->items.empty());
     }
 
     void aSilentServiceIsAbsentAfterTenSeconds_data()
@@ -358,24 +172,6 @@ private Q_SLOTS:
         service->start();
         clock->advance(4s);
 
-        QTRY_VERIFY(reading.isThere());
-        QVERIFY(*reading);
-    }
-
-    void aServiceThatDiesUnderAPromptHasNotBeenRefused()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        const auto reading = read();
-        QTRY_COMPARE(service->prompts(), 1);
-
-        service->die();
-        service->start();
-        waitOut(1s);
-
-        QTRY_COMPARE(service->prompts(), 1);
-        service->agree();
         QTRY_VERIFY(reading.isThere());
         QVERIFY(*reading);
     }

@@ -3,6 +3,7 @@
 #include "support/Outcome.h"
 #include "support/ScriptedPrompter.h"
 
+#include <QDir>
 #include <QTest>
 
 #include <memory>
@@ -187,6 +188,22 @@ private Q_SLOTS:
     void aTokenIsAddedOnceTheViewerHasUnlockedTheKeyring()
     {
         QVERIFY(daemon->lock());
+
+        const Outcome outcome(store->add(kService, kAccount, Secret("token-1")));
+        QTRY_COMPARE(prompter->up(), 1);
+        prompter->enter(KeyringDaemon::kPassword);
+
+        QTRY_VERIFY(outcome.isThere());
+        QCOMPARE(read(kService), "token-1");
+    }
+
+    void theFirstItemMakesTheKeyringOnceTheViewerHasGivenItAPassword()
+    {
+        daemon->kill();
+        QVERIFY(QDir(qEnvironmentVariable("XDG_DATA_HOME")).removeRecursively());
+        QVERIFY(daemon->startWithoutKeyring());
+        QVERIFY(!read(kService));
+        QCOMPARE(prompter->shown(), 0);
 
         const Outcome outcome(store->add(kService, kAccount, Secret("token-1")));
         QTRY_COMPARE(prompter->up(), 1);

@@ -1,0 +1,262 @@
+#include "platform/linux/KeyringSecretStore.h"
+#include "support/FakeClock.h"
+#include "support/FakeSecretService.h"
+#include "support/Outcome.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const auto kService = u"orvella.device-token"_s;
+const auto kAccount = u"default"_s;
+
+using Reading = Outcome<std::optional<Secret>>;
+
+} // namespace
+
+/// The store and a keyring that asks the viewer.
+class KeyringPromptsTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        clock = std::make_unique<FakeClock>();
+        service = std::make_unique<FakeSecretService>();
+        store = std::make_unique<KeyringSecretStore>(*clock);
+    }
+
+    void cleanup()
+    {
+        store.reset();
+        QCOMPARE(clock->sleepers(), 0U);
+        service.reset();
+    }
+
+    void theMainLoopGoesOnWhileAPromptIsUp()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        int ticks = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] { ++ticks; });
+
+        const auto reading = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        timer.start(10ms);
+        QTest::qWait(1000);
+
+        QVERIFY2(ticks >= 80, QByteArray::number(ticks));
+        QVERIFY(!reading.isThere());
+    }
+
+    void aPromptIsWaitedForWithoutALimit()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+
+        const auto reading = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        QTRY_COMPARE(clock->sleepers(), 0U);
+        clock->advance(24h);
+        QVERIFY(!reading.isThere());
+        service->agree();
+
+        QTRY_VERIFY(reading.isThere());
+        QCOMPARE((*reading)->reveal(), "token-1");
+    }
+
+    void readsThatComeWhileAPromptIsUpShareIt()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+
+        const auto first = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        const auto second = read();
+        const auto third = read();
+        QTRY_COMPARE(service->calls(u"SearchItems"_s), 3);
+        QTest::qWait(100);
+        QCOMPARE(service->calls(u"Unlock"_s), 1);
+        service->agree();
+
+        QTRY_VERIFY(first.isThere() && second.isThere() && third.isThere());
+        QVERIFY(*first && *second && *third);
+        QCOMPARE(service->calls(u"Prompt"_s), 1);
+    }
+
+    void aRefusalCountsForAllWhoWait()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+
+        const auto first = read();
+        const auto second = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        QTest::qWait(100);
+        service->dismiss();
+
+        QTRY_VERIFY(first.isThere() && second.isThere());
+        QVERIFY(!*first && !*second);
+        QCOMPARE(service->calls(u"Prompt"_s), 1);
+    }
+
+    void aStoppedReadLetsGoAtOnceAndTheOthersKeepThePrompt()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        std::stop_source stop;
+
+        const auto first = read(stop.get_token());
+        const auto second = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        QTest::qWait(100);
+        stop.request_stop();
+
+        QVERIFY(first.isThere());
+        QVERIFY(!*first);
+        QVERIFY(!second.isThere());
+        QCOMPARE(service->prompts(), 1);
+        service->agree();
+        QTRY_VERIFY(second.isThere());
+        QVERIFY(*second);
+    }
+
+    void aPromptThatNobodyWaitsForAnyMoreIsNotWithdrawnAndStillCounts()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        std::stop_source stop;
+        const auto first = read(stop.get_token());
+        QTRY_COMPARE(service->prompts(), 1);
+        stop.request_stop();
+
+        const auto second = read();
+        QTRY_COMPARE(service->calls(u"SearchItems"_s), 2);
+        service->agree();
+
+        QTRY_VERIFY(second.isThere());
+        QVERIFY(*second);
+        QCOMPARE(service->calls(u"Prompt"_s), 1);
+        QCOMPARE(service->calls(u"Dismiss"_s), 0);
+    }
+
+    void afterARefusalNothingIsAskedUntilTheKeyringIsFoundOpen()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        const auto refused = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        service->dismiss();
+        QTRY_VERIFY(refused.isThere());
+
+        const auto quiet = read();
+        QTRY_VERIFY(quiet.isThere());
+        QVERIFY(!*quiet);
+        QCOMPARE(service->calls(u"Prompt"_s), 1);
+
+        service->isLocked = false;
+        const auto open = read();
+        QTRY_VERIFY(open.isThere());
+        QVERIFY(*open);
+
+        service->isLocked = true;
+        const auto asked = read();
+        QTRY_COMPARE(service->prompts(), 1);
+    }
+
+    void aLockedCollectionThatHidesItsItemsIsUnlockedBeforeThereIsNoItem()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->hidesLockedItems = true;
+        service->start();
+
+        const auto reading = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        service->agree();
+
+        QTRY_VERIFY(reading.isThere());
+        QVERIFY(*reading);
+    }
+
+    void aMissingCollectionIsMadeForTheFirstItem()
+    {
+        service->hasCollection = false;
+        service->start();
+        const auto reading = read();
+        QTRY_VERIFY(reading.isThere());
+        QVERIFY(!*reading);
+        QCOMPARE(service->calls(u"Prompt"_s), 0);
+
+        const Outcome adding(store->add(kService, kAccount, Secret("token-1")));
+        QTRY_COMPARE(service->prompts(), 1);
+        service->agree();
+
+        QTRY_VERIFY(adding.isThere());
+        QCOMPARE(service->items.size(), 1U);
+    }
+
+    void anItemIsNotAddedWhereTheViewerWantsNoKeyring()
+    {
+        service->hasCollection = false;
+        service->start();
+
+        const Outcome adding(store->addItem(kService, kAccount, Secret("token-1")));
+        QTRY_COMPARE(service->prompts(), 1);
+        service->dismiss();
+
+        QTRY_VERIFY(adding.isThere());
+        QCOMPARE((*adding).trouble(), KeyringTrouble::refused);
+        QVERIFY(service->items.empty());
+        const auto reading = read();
+        QTRY_VERIFY(reading.isThere());
+        const Outcome again(store->addItem(kService, kAccount, Secret("token-1")));
+        QTRY_VERIFY(again.isThere());
+        QCOMPARE(service->calls(u"Prompt"_s), 1);
+    }
+
+    void aServiceThatDiesUnderAPromptHasNotBeenRefused()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        const auto reading = read();
+        QTRY_COMPARE(service->prompts(), 1);
+
+        service->die();
+        service->start();
+        QTRY_COMPARE(clock->nextPause(), 1s);
+        clock->advance(1s);
+
+        QTRY_COMPARE(service->prompts(), 1);
+        service->agree();
+        QTRY_VERIFY(reading.isThere());
+        QVERIFY(*reading);
+    }
+
+private:
+    Reading read(std::stop_token stop = {}) { return Reading(store->read(kService, kAccount, stop)); }
+
+    std::unique_ptr<FakeClock> clock;
+    std::unique_ptr<FakeSecretService> service;
+    std::unique_ptr<KeyringSecretStore> store;
+};
+
+QTEST_GUILESS_MAIN(KeyringPromptsTest)
+
+#include "KeyringPromptsTest.moc"
