@@ -45,7 +45,8 @@ QWidget* panel()
 
 QByteArray keptToken()
 {
-    return KeyringDaemon::secretTool({u"lookup"_s, u"service"_s, u"orvella.device-token"_s, u"account"_s, u"default"_s});
+    return KeyringDaemon::secretTool(
+        {u"lookup"_s, u"service"_s, u"orvella.device-token"_s, u"account"_s, u"default"_s});
 }
 
 } // namespace

@@ -1,0 +1,93 @@
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kPatienceMs = 30'000;
+
+/// What the program did with these arguments, without a display and without a bus.
+struct Outcome {
+    int exitCode = -1;
+    QString output;
+    QString errors;
+
+    explicit Outcome(const QStringList& arguments)
+    {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const auto* const name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "QT_QPA_PLATFORM"})
+            environment.remove(QString::fromLatin1(name));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(ORVELLA_PROGRAM), arguments);
+        if (process.waitForFinished(kPatienceMs) && process.exitStatus() == QProcess::NormalExit)
+            exitCode = process.exitCode();
+        output = QString::fromUtf8(process.readAllStandardOutput());
+        errors = QString::fromUtf8(process.readAllStandardError());
+    }
+};
+
+} // namespace
+
+/// The program itself, as it is started from a shell.
+class ProgramTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void helpNeedsNeitherADisplayNorABus()
+    {
+        const Outcome outcome({u"--help"_s});
+
+        QCOMPARE(outcome.exitCode, 0);
+        QVERIFY(outcome.output.startsWith(u"Usage: orvella "_s));
+        QCOMPARE(outcome.errors, QString());
+    }
+
+    void versionNeedsNeitherADisplayNorABus()
+    {
+        const Outcome outcome({u"--version"_s});
+
+        QCOMPARE(outcome.exitCode, 0);
+        QVERIFY(outcome.output.startsWith(u"orvella "_s));
+        QCOMPARE(outcome.errors, QString());
+    }
+
+    void anUnknownOptionIsAnErrorOnStderr()
+    {
+        const Outcome outcome({u"--colour"_s});
+
+        QCOMPARE(outcome.exitCode, 2);
+        QCOMPARE(outcome.output, QString());
+        QCOMPARE(outcome.errors.count(u'\n'), 1);
+        QVERIFY(outcome.errors.startsWith(u"orvella: "_s));
+        QVERIFY(outcome.errors.contains(u"colour"_s));
+    }
+
+    void aTerminatedProgramEndsInOrderAndLeavesEverythingInItsProfile()
+    {
+        const QTemporaryDir profile;
+        QProcess process;
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // Nobody listens on the discard port: the registration fails at once.
+        process.start(QStringLiteral(ORVELLA_PROGRAM),
+            {u"--profile"_s, profile.path(), u"--set"_s, u"apiBaseURL=http://127.0.0.1:9"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !QDir(profile.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty(), kPatienceMs);
+        QTest::qWait(500);
+
+        process.terminate();
+
+        QVERIFY(process.waitForFinished(kPatienceMs));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        const auto home = qEnvironmentVariable("HOME");
+        QVERIFY(!QFile::exists(home + u"/config/orvella"_s));
+        QVERIFY(!QFile::exists(home + u"/config/autostart"_s));
+    }
+};
+
+QTEST_GUILESS_MAIN(ProgramTest)
+
+#include "ProgramTest.moc"
