@@ -3,7 +3,7 @@
 
 declare -A packages=(
     [build]="clang-19 libclang-rt-19-dev lld-19 cmake ninja-build pkg-config
-        qt6-base-dev qcoro-qt6-dev qt6-httpserver-dev libcurl4-openssl-dev nlohmann-json3-dev libsecret-1-dev
+        qt6-base-dev qcoro-qt6-dev qt6-httpserver-dev qt6-websockets-dev libcurl4-openssl-dev nlohmann-json3-dev libsecret-1-dev
         libicu-dev libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-xinput-dev"
     [build_tests]="libgcr-3-dev"
     # A desktop without a screen: ./dev run shows the program in it, and tests take parts of it.
