@@ -1,5 +1,6 @@
 #include "base/Clock.h"
-#include "sandbox/EndSignals.h"
+#include "base/TerminationSignals.h"
+#include "base/Version.h"
 #include "sandbox/Options.h"
 #include "sandbox/Service.h"
 
@@ -42,7 +43,7 @@ Result<Campaigns> campaignsOf(const Options& options)
     return campaigns;
 }
 
-int serve(const Options& options, EndSignals& endSignals)
+int serve(const Options& options)
 {
     auto campaigns = campaignsOf(options);
     if (!campaigns)
@@ -59,7 +60,6 @@ int serve(const Options& options, EndSignals& endSignals)
     if (!service)
         return complain(service.error().description, EXIT_FAILURE);
     say((*service)->origin());
-    endSignals.wait([] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); });
     return QCoreApplication::exec();
 }
 
@@ -67,10 +67,10 @@ int serve(const Options& options, EndSignals& endSignals)
 
 int main(int argc, char* argv[])
 {
-    EndSignals endSignals;
     const QCoreApplication application(argc, argv);
+    const TerminationSignals endTheProgram;
     QCoreApplication::setApplicationName(u"orvella-sandbox"_s);
-    QCoreApplication::setApplicationVersion(QString::fromLatin1(ORVELLA_VERSION));
+    QCoreApplication::setApplicationVersion(kVersion);
 
     const auto options = Options::parse(QCoreApplication::arguments());
     if (!options)
@@ -83,6 +83,6 @@ int main(int argc, char* argv[])
         say(u"orvella-sandbox "_s + QCoreApplication::applicationVersion());
         return EXIT_SUCCESS;
     case Options::Action::run:
-        return serve(*options, endSignals);
+        return serve(*options);
     }
 }

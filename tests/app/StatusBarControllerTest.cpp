@@ -160,11 +160,11 @@ private Q_SLOTS:
         world.click();
         QVERIFY(panel());
         QCOMPARE(panel()->findChild<QPushButton*>(u"openAd"_s)->text(), anAd().body);
-        QCOMPARE(labelText(u"progress"_s), u"15"_s);
+        QCOMPARE(labelText(u"progress"_s), u"15 s"_s);
         QCOMPARE(labelText(u"earnings"_s), u"12 cent"_s);
 
         world.platform.clock.advance(8s);
-        QCOMPARE(labelText(u"progress"_s), u"7"_s);
+        QCOMPARE(labelText(u"progress"_s), u"7 s"_s);
 
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
         auto wallet = aWallet();

@@ -9,7 +9,7 @@
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/SystemSecretStore.h"
-#include "platform/linux/TerminationSignals.h"
+#include "base/TerminationSignals.h"
 #include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XdgBrowser.h"
 #include "platform/linux/XdgDirectories.h"

@@ -18,7 +18,7 @@ namespace {
 constexpr int kHeight = 44;
 constexpr int kLeftPadding = 12;
 constexpr int kRightPadding = 8;
-constexpr int kGap = 8;
+constexpr int kGap = 12;
 constexpr int kCloseSlot = 24;
 
 /// The text in a palette that shows money which is the viewer's.
@@ -27,6 +27,12 @@ QPalette paid(QPalette palette)
     const bool isDark = palette.color(QPalette::Window).lightnessF() < 0.5F;
     palette.setColor(QPalette::WindowText, isDark ? QColor(0x4c, 0xd4, 0x84) : QColor(0x0b, 0x7a, 0x3e));
     return palette;
+}
+
+/// The text comes from outside: an ampersand in it makes no shortcut.
+QString withoutShortcuts(const QString& text)
+{
+    return QString(text).replace(u'&', u"&&"_s);
 }
 
 QFont moneyFont()
@@ -40,6 +46,7 @@ QFont moneyFont()
 
 AdWindowView::AdWindowView(AdViewing& viewing)
     : m_viewing(viewing)
+    , m_ad(adButton())
     , m_progress(progress())
     , m_earnings(earnings())
     , m_close(closeButton())
@@ -48,7 +55,7 @@ AdWindowView::AdWindowView(AdViewing& viewing)
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(kLeftPadding, 0, kRightPadding, 0);
     row->setSpacing(kGap);
-    row->addWidget(adButton(), 1);
+    row->addWidget(m_ad, 1);
     row->addWidget(m_progress);
     row->addWidget(m_earnings);
     row->addWidget(m_close);
@@ -60,9 +67,10 @@ QPushButton* AdWindowView::adButton()
 {
     const auto& body = m_viewing.ad().body;
     auto* const button = new QPushButton;
-    // The text comes from outside: an ampersand in it is no shortcut.
-    button->setText(QString(body).replace(u'&', u"&&"_s));
+    button->setText(withoutShortcuts(body));
     button->setFlat(true);
+    button->setStyleSheet(u"text-align: left"_s);
+    button->setMinimumWidth(0);
     button->setCursor(Qt::PointingHandCursor);
     button->setObjectName(u"openAd"_s);
     button->setAccessibleName(tr("Open ad: %1").arg(body));
@@ -76,6 +84,9 @@ QLabel* AdWindowView::progress()
     label->setTextFormat(Qt::PlainText);
     label->setFont(moneyFont());
     label->setObjectName(u"progress"_s);
+    // So that nothing moves when it takes the place of the seconds.
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(tr("Paid")));
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return label;
 }
 
@@ -100,6 +111,13 @@ QToolButton* AdWindowView::closeButton()
     return button;
 }
 
+void AdWindowView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const auto body = m_ad->fontMetrics().elidedText(m_viewing.ad().body, Qt::ElideRight, m_ad->width());
+    m_ad->setText(withoutShortcuts(body));
+}
+
 /// The viewing tells before it changes; what it is then is known when the loop turns again.
 void AdWindowView::scheduleRefresh()
 {
@@ -113,7 +131,7 @@ void AdWindowView::refresh()
     m_isRefreshScheduled = false;
     const bool isPaid = m_viewing.completed();
     const auto seconds = QString::number(m_viewing.remaining());
-    m_progress->setText(isPaid ? tr("Paid") : seconds);
+    m_progress->setText(isPaid ? tr("Paid") : tr("%1 s").arg(seconds));
     m_progress->setAccessibleName(isPaid ? tr("Paid") : tr("Ad time remaining: %1 seconds").arg(seconds));
     if (isPaid) {
         m_progress->setPalette(paid(palette()));

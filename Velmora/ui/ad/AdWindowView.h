@@ -17,6 +17,9 @@ class AdWindowView final : public QWidget {
 public:
     explicit AdWindowView(AdViewing& viewing);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QPushButton* adButton();
     QLabel* progress();
@@ -26,6 +29,7 @@ private:
     void refresh();
 
     AdViewing& m_viewing;
+    QPushButton* m_ad;
     QLabel* m_progress;
     QLabel* m_earnings;
     QToolButton* m_close;

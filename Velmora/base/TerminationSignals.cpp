@@ -1,4 +1,4 @@
-#include "platform/linux/TerminationSignals.h"
+#include "base/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -30,8 +30,12 @@ extern "C" void wakeUp(int)
 TerminationSignals::TerminationSignals()
 {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
+    if (pipe(ends) != 0)
         qFatal("There is no pipe left for the signals that end the program.");
+    for (const int end : ends) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+        fcntl(end, F_SETFL, O_NONBLOCK);
+    }
     m_readEnd = ends[0];
     m_writeEnd = ends[1];
     wakeUpEnd = m_writeEnd;

@@ -1,4 +1,4 @@
-#include "platform/linux/TerminationSignals.h"
+#include "base/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QProcess>
