@@ -33,7 +33,7 @@ QStringList arguments(int argc, char** argv)
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("orvella"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orvella"));
     QApplication::setApplicationVersion(kVersion);

@@ -23,13 +23,13 @@ public:
     static constexpr int kGreatestDepth = 128;
 
     Json() = default;
-    Json(bool value);
-    Json(qint64 value);
-    Json(double value);
-    Json(QString value);
-    Json(const QStringList& values);
-    Json(Array value);
-    Json(Object value);
+    explicit(false) Json(bool value);
+    explicit(false) Json(qint64 value);
+    explicit(false) Json(double value);
+    explicit(false) Json(QString value);
+    explicit(false) Json(const QStringList& values);
+    explicit(false) Json(Array value);
+    explicit(false) Json(Object value);
     Json(const char*) = delete;
 
     /// Reads one JSON text in UTF-8. Of equal keys the last one counts. A text that is not JSON is `undecodable`.

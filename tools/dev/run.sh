@@ -37,6 +37,6 @@ run_here() {
 # Everything lies in the desktop's folder, its keyring and its home too: this is Orvella as it is installed.
 run_in_desktop() {
     rm -rf build/run/screenshots
-    tools/dev/desktop build/run/desktop tools/dev/watch-an-ad build/release/bin build/run/screenshots \
+    exec tools/dev/desktop build/run/desktop tools/dev/watch-an-ad build/release/bin build/run/screenshots \
         build/run/desktop/log
 }
