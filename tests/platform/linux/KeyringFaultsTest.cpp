@@ -89,6 +89,22 @@ private Q_SLOTS:
         QVERIFY(*reading);
     }
 
+    void aCallThatWasGivenUpIsOverForGood()
+    {
+        service->fail(u"SearchItems"_s, FakeSecretService::Fault::silence);
+        service->start();
+        const Outcome removal(store->removeItem(kService, kAccount));
+        QTRY_COMPARE(service->calls(u"SearchItems"_s), 1);
+        clock->advance(10s);
+        QVERIFY(removal.isThere());
+
+        store.reset();
+        service->recover();
+        QTest::qWait(100);
+
+        QCOMPARE((*removal).trouble(), KeyringTrouble::absent);
+    }
+
     void aStopEndsACallThatIsNotAnswered()
     {
         service->fail(u"SearchItems"_s, FakeSecretService::Fault::silence);
