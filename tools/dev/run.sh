@@ -5,19 +5,20 @@
 source tools/dev/children.sh
 
 verb_run() {
-    need build run
-    build_preset release
-    mkdir -p build/run
     if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
+        need build run
+        build_preset release
         run_here
     else
-        need desktop
+        need build run desktop
+        build_preset release
         run_in_desktop
     fi
 }
 
 # On the developer's own desktop, but with settings, secrets, autostart entry and account of its own.
 run_here() {
+    mkdir -p build/run
     end_children_at_exit
     start build/run/sandbox.log build/release/bin/orvella-sandbox --database build/run/sandbox.db
     within 10 grep -q '^http' build/run/sandbox.log || fail "the service did not start: build/run/sandbox.log"

@@ -30,12 +30,12 @@ template <class T = std::monostate> class [[nodiscard]] FromKeyring final {
 public:
     FromKeyring() = default;
 
-    FromKeyring(T value)
+    explicit(false) FromKeyring(T value)
         : m_answer(std::move(value))
     {
     }
 
-    FromKeyring(KeyringTrouble trouble)
+    explicit(false) FromKeyring(KeyringTrouble trouble)
         : m_answer(std::unexpect, trouble)
     {
     }
