@@ -5,6 +5,7 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QTimer>
 
 namespace orvella {
 
@@ -40,6 +41,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusSecret& secret
     argument.beginStructure();
     argument >> secret.session >> secret.parameters >> secret.value >> secret.contentType;
     argument.endStructure();
+    // NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter): Qt wants it so.
     return argument;
 }
 
@@ -118,7 +120,7 @@ bool FakeSecretService::misbehaves(const QDBusMessage& message)
         return false;
     if (found->fault == Fault::death)
         // Not from inside the call.
-        QMetaObject::invokeMethod(this, [this] { die(); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &FakeSecretService::die);
     if (found->fault == Fault::error)
         bus().send(message.createErrorReply(QDBusError::Failed, u"It failed."_s));
     return true;

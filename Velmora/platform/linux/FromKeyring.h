@@ -30,6 +30,7 @@ template <class T = std::monostate> class [[nodiscard]] FromKeyring final {
 public:
     FromKeyring() = default;
 
+    // Both are implicit, as they are in std::expected: an answer or a trouble is returned as it is.
     explicit(false) FromKeyring(T value)
         : m_answer(std::move(value))
     {

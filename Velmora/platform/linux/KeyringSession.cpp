@@ -53,6 +53,12 @@ private:
     GError* m_error = nullptr;
 };
 
+struct SecretValueRelease {
+    void operator()(SecretValue* value) const { secret_value_unref(value); }
+};
+
+using SecretValuePointer = std::unique_ptr<SecretValue, SecretValueRelease>;
+
 KeyringTrouble unanswered(GLibCall::Ending ending)
 {
     return ending == GLibCall::Ending::stopped ? KeyringTrouble::stopped : KeyringTrouble::silent;
@@ -178,7 +184,7 @@ QCoro::Task<FromKeyring<Secret>> KeyringSession::secret(Path item, std::stop_tok
     if (!reply.result)
         co_return unanswered(reply.ending);
     ErrorSlot error;
-    const std::unique_ptr<SecretValue, decltype([](auto* value) { secret_value_unref(value); })> value(
+    const SecretValuePointer value(
         secret_service_get_secret_for_dbus_path_finish(m_service.get(), reply.result.get(), error.slot()));
     if (!value)
         co_return error.trouble();
@@ -190,9 +196,8 @@ QCoro::Task<FromKeyring<Secret>> KeyringSession::secret(Path item, std::stop_tok
 QCoro::Task<FromKeyring<>> KeyringSession::createItem(
     Path collection, QString service, QString account, Secret value, std::stop_token stop)
 {
-    auto* const plain = secret_value_new(value.reveal().constData(), value.reveal().size(), "text/plain");
-    auto* const encoded = secret_service_encode_dbus_secret(m_service.get(), plain);
-    secret_value_unref(plain);
+    const SecretValuePointer plain(secret_value_new(value.reveal().constData(), value.reveal().size(), "text/plain"));
+    auto* const encoded = secret_service_encode_dbus_secret(m_service.get(), plain.get());
     // Should an equal item be there in spite of all, it is replaced: there is never a second one.
     auto arguments = owned(g_variant_new("(@a{sv}@(oayays)b)", itemProperties(service, account), encoded, TRUE));
     const auto reply =

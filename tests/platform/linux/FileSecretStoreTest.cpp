@@ -296,12 +296,14 @@ private Q_SLOTS:
 
     void changesAtTheSameTimeAreAllKept()
     {
+        constexpr int kChanges = 50;
         std::vector<Outcome<void>> adding;
-        for (int number = 0; number < 50; ++number)
+        adding.reserve(kChanges);
+        for (int number = 0; number < kChanges; ++number)
             adding.emplace_back(store->add(QString::number(number), kAccount, Secret(QByteArray::number(number))));
 
         QTRY_VERIFY(std::ranges::all_of(adding, [](const auto& outcome) { return outcome.isThere(); }));
-        for (int number = 0; number < 50; ++number)
+        for (int number = 0; number < kChanges; ++number)
             QCOMPARE(read(QString::number(number)), QByteArray::number(number));
     }
 
