@@ -9,6 +9,7 @@
 
 #include <QApplication>
 
+#include <clocale>
 #include <cstdio>
 
 namespace orvella {
@@ -33,7 +34,11 @@ QStringList arguments(int argc, char** argv)
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
+    // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
+    QApplication::setAttribute(Qt::AA_DisableSessionManager);
     const QApplication application(argc, argv);
+    // The application object has taken on the viewer's locale, in which C functions read and write numbers differently.
+    std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("orvella"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orvella"));
     QApplication::setApplicationVersion(kVersion);

@@ -8,6 +8,7 @@
 #include <QFile>
 
 #include <chrono>
+#include <clocale>
 #include <cstdio>
 
 using namespace orvella;
@@ -68,6 +69,8 @@ int serve(const Options& options)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
+    // The application object has taken on the locale, in which C functions read and write numbers differently.
+    std::setlocale(LC_NUMERIC, "C");
     const TerminationSignals endTheProgram;
     QCoreApplication::setApplicationName(u"orvella-sandbox"_s);
     QCoreApplication::setApplicationVersion(kVersion);

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -46,8 +47,9 @@ std::optional<qint64> exactInteger(std::string_view text)
     digits.append(static_cast<std::size_t>(exponent), '0');
 
     qint64 value = 0;
-    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (read.ec != std::errc {})
+    const auto* const end = digits.data() + digits.size();
+    const auto read = std::from_chars(digits.data(), end, value);
+    if (read.ec != std::errc {} || read.ptr != end)
         return std::nullopt;
     return value;
 }
@@ -72,8 +74,12 @@ public:
 
     bool number_float(number_float_t value, const string_t& text) override
     {
-        const auto integer = exactInteger(text);
-        return add(integer ? Json(*integer) : Json(value));
+        const auto written = withPoint(text);
+        if (const auto integer = exactInteger(written))
+            return add(Json(*integer));
+        // Leaves the library's value, zero, where the number is too small for a double.
+        static_cast<void>(std::from_chars(written.data(), written.data() + written.size(), value));
+        return add(Json(value));
     }
 
     bool string(string_t& value) override { return add(Json(text(value))); }
@@ -101,6 +107,16 @@ private:
         std::variant<Json::Array, Json::Object> value;
         QString key;
     };
+
+    /// The library hands numbers on with the decimal point of the process's locale, whatever that is.
+    static std::string withPoint(std::string number)
+    {
+        const auto isForeign = [](char character) {
+            return std::string_view("0123456789+-eE").find(character) == std::string_view::npos;
+        };
+        std::ranges::replace_if(number, isForeign, '.');
+        return number;
+    }
 
     static QString text(const string_t& utf8) { return QString::fromStdString(utf8); }
 

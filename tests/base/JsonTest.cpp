@@ -1,11 +1,45 @@
 #include "base/Json.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
+#include <clocale>
 #include <limits>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Has the process write numbers as in German, with a locale made for the purpose.
+class CommaLocale final {
+public:
+    CommaLocale()
+    {
+        QProcess::execute(
+            u"localedef"_s, {u"-i"_s, u"de_DE"_s, u"-f"_s, u"UTF-8"_s, m_folder.filePath(u"de_DE.UTF-8"_s)});
+        qputenv("LOCPATH", m_folder.path().toLocal8Bit());
+        m_name = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    }
+
+    CommaLocale(const CommaLocale&) = delete;
+    CommaLocale& operator=(const CommaLocale&) = delete;
+
+    ~CommaLocale()
+    {
+        std::setlocale(LC_NUMERIC, "C");
+        qunsetenv("LOCPATH");
+    }
+
+    [[nodiscard]] bool isInUse() const { return m_name && *std::localeconv()->decimal_point == ','; }
+
+private:
+    QTemporaryDir m_folder;
+    const char* m_name = nullptr;
+};
+
+} // namespace
 
 class JsonTest final : public QObject {
     Q_OBJECT
@@ -57,6 +91,19 @@ private Q_SLOTS:
 
         QVERIFY(value);
         QCOMPARE(value->integer(), expected);
+    }
+
+    void numbersReadTheSameWhereTheLocaleHasADecimalComma()
+    {
+        const CommaLocale locale;
+        QVERIFY(locale.isInUse());
+
+        QCOMPARE(Json::parse("12.5")->number(), 12.5);
+        QCOMPARE(Json::parse("0.000125e3")->number(), 0.125);
+        QCOMPARE(Json::parse("12.5")->integer(), std::nullopt);
+        QCOMPARE(Json::parse("15.0")->integer(), 15);
+        QCOMPARE(Json::parse("1.5e1")->integer(), 15);
+        QCOMPARE(Json(12.5).serialise(), Result<QByteArray>("12.5"));
     }
 
     void everyNumberReadsAsANumber()
@@ -117,8 +164,15 @@ private Q_SLOTS:
         const auto text = value.serialise();
 
         QVERIFY(text);
-        QVERIFY(!text->contains(' ') || text->contains("\\n"));
         QCOMPARE(Json::parse(*text), Result<Json>(value));
+    }
+
+    void theTextIsCompact()
+    {
+        const Json value(
+            Json::Object {{u"b"_s, Json(Json::Array {Json(qint64 {1}), Json(u"x y"_s)})}, {u"a"_s, Json()}});
+
+        QCOMPARE(value.serialise(), Result<QByteArray>(R"({"a":null,"b":[1,"x y"]})"));
     }
 
     void whatJsonCannotSayIsNotWritten()
