@@ -170,7 +170,7 @@ Api::Answer Api::available(const Json& body, Device& device)
     data.emplace(u"available"_s, offer.has_value());
     data.emplace(u"pollSeconds"_s, m_pollSeconds);
     if (offer) {
-        m_ledger.offer(device.id, offer->creative->id);
+        m_ledger.offer(device.id, offer->creative->id, offer->matchedCategories);
         data.emplace(u"ad"_s, recordOf(*offer));
     }
     return data;
@@ -189,12 +189,11 @@ Api::Answer Api::start(const Json& body, const Device& device)
         return refused(404, u"the campaign has no such creative"_s);
     if (read->language != creative->language)
         return refused(400, u"language is not the language of the ad"_s);
-    const auto fits = std::ranges::all_of(read->matchedCategories,
-        [campaign](const QString& category) { return campaign->categories.contains(category); });
-    if (!fits || read->matchedCategories.isEmpty() != campaign->categories.isEmpty())
-        return refused(400, u"matchedCategories is not what was offered"_s);
-    if (!m_ledger.isOffered(device.id, creative->id))
+    const auto offered = m_ledger.offered(device.id, creative->id);
+    if (!offered)
         return refused(409, u"the ad was not offered to this device"_s);
+    if (read->matchedCategories != *offered)
+        return refused(400, u"matchedCategories is not what was offered"_s);
 
     const auto session =
         m_ledger.start(device.id, {campaign, &*creative, read->matchedCategories}, read->anonymousMode, m_time.now());

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 
 /// Amounts are millionths of a cent, dates milliseconds since 1970, lists are separated by blanks.
 const char* const kTables[] = {
@@ -23,7 +23,8 @@ const char* const kTables[] = {
     " autoOpenAds INTEGER NOT NULL, categories TEXT NOT NULL DEFAULT '', activationCode TEXT NOT NULL UNIQUE,"
     " registeredAt INTEGER NOT NULL, seenAt INTEGER NOT NULL, viewer TEXT, linkedAt INTEGER)",
     "CREATE TABLE offer ("
-    " device TEXT NOT NULL REFERENCES device(id), creative TEXT NOT NULL, PRIMARY KEY (device, creative))",
+    " device TEXT NOT NULL REFERENCES device(id), creative TEXT NOT NULL, matchedCategories TEXT NOT NULL,"
+    " PRIMARY KEY (device, creative))",
     // The number orders the sessions: two may begin in the same millisecond.
     "CREATE TABLE session ("
     " number INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE, device TEXT NOT NULL REFERENCES device(id),"

@@ -59,15 +59,19 @@ Ledger::Ledger(Database& database)
 {
 }
 
-void Ledger::offer(const QString& deviceId, const QString& creativeId)
+void Ledger::offer(const QString& deviceId, const QString& creativeId, const QStringList& matchedCategories)
 {
-    m_database.run(u"INSERT OR IGNORE INTO offer (device, creative) VALUES (?, ?)"_s, {deviceId, creativeId});
+    m_database.run(u"INSERT OR REPLACE INTO offer (device, creative, matchedCategories) VALUES (?, ?, ?)"_s,
+        {deviceId, creativeId, matchedCategories.join(u' ')});
 }
 
-bool Ledger::isOffered(const QString& deviceId, const QString& creativeId)
+std::optional<QStringList> Ledger::offered(const QString& deviceId, const QString& creativeId)
 {
-    return m_database.value(u"SELECT 1 FROM offer WHERE device = ? AND creative = ?"_s, {deviceId, creativeId})
-        .isValid();
+    const auto categories = m_database.value(
+        u"SELECT matchedCategories FROM offer WHERE device = ? AND creative = ?"_s, {deviceId, creativeId});
+    if (!categories.isValid())
+        return std::nullopt;
+    return categories.toString().split(u' ', Qt::SkipEmptyParts);
 }
 
 ViewingHistory Ledger::history(const QString& deviceId)

@@ -58,9 +58,10 @@ class Ledger final {
 public:
     explicit Ledger(Database& database);
 
-    /// Notes that the device may view the creative once.
-    void offer(const QString& deviceId, const QString& creativeId);
-    [[nodiscard]] bool isOffered(const QString& deviceId, const QString& creativeId);
+    /// Notes that the device may view the creative once, and what it was chosen by.
+    void offer(const QString& deviceId, const QString& creativeId, const QStringList& matchedCategories);
+    /// The categories of the offer that stands; nothing where none does.
+    [[nodiscard]] std::optional<QStringList> offered(const QString& deviceId, const QString& creativeId);
 
     [[nodiscard]] ViewingHistory history(const QString& deviceId);
 

@@ -143,14 +143,14 @@ private Q_SLOTS:
     {
         const auto& campaign = m_campaigns.all().front();
         const auto creative = campaign.creatives.front().id;
-        m_ledger->offer(m_device.id, creative);
+        m_ledger->offer(m_device.id, creative, {u"ai_tools"_s, u"productivity"_s});
         const auto session = startSession(campaign);
-        QVERIFY(m_ledger->isOffered(m_device.id, creative));
+        QCOMPARE(m_ledger->offered(m_device.id, creative), (QStringList {u"ai_tools"_s, u"productivity"_s}));
 
         m_clock.advance(10s);
         QVERIFY(m_ledger->complete(m_device.id, session.id, m_time->now())->completed);
 
-        QVERIFY(!m_ledger->isOffered(m_device.id, creative));
+        QVERIFY(!m_ledger->offered(m_device.id, creative));
     }
 
     void fractionsAddUpExactly()
