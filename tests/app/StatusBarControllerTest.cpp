@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QToolButton>
 
@@ -213,6 +214,72 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
         QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore);
         QCOMPARE(world.description(), u"Orvella · $6.37 available"_s);
+    }
+
+    void aWindowManagerThatClosesThePanelDismissesTheAd()
+    {
+        World world;
+        world.startWithOffer();
+        world.click();
+
+        panel()->close();
+        world.platform.clock.advance(1min);
+
+        QVERIFY(!panel());
+        QVERIFY(world.controller->state().isSuppressed(anAd()));
+        QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
+        QCOMPARE(world.platform.clock.sleepers(), 1U);
+    }
+
+    void thePanelOpensUnderTheClickAndStaysInTheWorkArea_data()
+    {
+        QTest::addColumn<std::optional<QPoint>>("click");
+        QTest::newRow("unknown") << std::optional<QPoint>();
+        QTest::newRow("in the middle") << std::optional(QPoint(400, 10));
+        QTest::newRow("at the left end") << std::optional(QPoint(1, 1));
+        QTest::newRow("at the lower right end") << std::optional(QPoint(799, 799));
+    }
+
+    void thePanelOpensUnderTheClickAndStaysInTheWorkArea()
+    {
+        QFETCH(std::optional<QPoint>, click);
+        World world;
+        world.platform.statusItem.clickedAt = click;
+        world.startWithOffer();
+
+        world.click();
+
+        const auto area = QGuiApplication::primaryScreen()->availableGeometry();
+        const auto place = panel()->geometry();
+        QVERIFY(area.contains(place));
+        QCOMPARE(place.height() >= 44, true);
+        if (!click)
+            QCOMPARE(place.right(), area.right() - 8);
+        else if (*click == QPoint(400, 10))
+            QVERIFY(std::abs(place.center().x() - click->x()) <= 1);
+    }
+
+    void theWidthOfThePanelIsBounded_data()
+    {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("short") << u"Hi"_s << 260;
+        QTest::newRow("long") << u"A long line of words. "_s.repeated(40) << 640;
+    }
+
+    void theWidthOfThePanelIsBounded()
+    {
+        QFETCH(QString, body);
+        QFETCH(int, expected);
+        World world;
+        auto offer = anOffer();
+        offer.ad->body = body;
+        world.transport.answer(endpoints::kAdsAvailable, offer);
+        world.start();
+
+        world.click();
+
+        QCOMPARE(panel()->width(), expected);
     }
 
     void anAdThatEarnedNothingStillRefreshesTheWallet()

@@ -45,7 +45,7 @@ public:
     [[nodiscard]] std::vector<QByteArray> items(const QString& service) const;
     void put(const QString& service, const QByteArray& value);
 
-    /// While the keyring is locked every read waits for `unlock`.
+    /// While the keyring is locked every read waits for `unlock` or for the stop of its flow.
     bool isLocked = false;
     /// Called by `unlock`, in the order of the reads.
     void unlock();
@@ -54,10 +54,11 @@ public:
     QStringList operations;
 
 private:
-    struct Unlocked;
+    struct Reader;
+    class Unlocked;
 
     std::vector<Item> m_items;
-    std::vector<std::coroutine_handle<>> m_waiting;
+    std::vector<std::shared_ptr<Reader>> m_readers;
 };
 
 class FakeLoginItem final : public LoginItem {
@@ -113,9 +114,10 @@ public:
 
     void setAppearance(const StatusAppearance& appearance) override { appearances.push_back(appearance); }
 
-    [[nodiscard]] std::optional<QPoint> lastClick() const override { return {}; }
+    [[nodiscard]] std::optional<QPoint> lastClick() const override { return clickedAt; }
 
     std::function<void()> click;
+    std::optional<QPoint> clickedAt;
     std::vector<StatusAppearance> appearances;
 };
 

@@ -68,7 +68,7 @@ void AdViewing::cancel()
 QCoro::Task<> AdViewing::startAndCountdown(std::stop_token stop)
 {
     const auto verdict = co_await watch(stop);
-    if (isOver(stop))
+    if (isOver(stop) || (!verdict && verdict.error().isCancellation()))
         co_return;
     if (verdict)
         completed = verdict->completed;

@@ -4,6 +4,7 @@
 #include "ui/ad/AdWindowView.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QScreen>
@@ -35,9 +36,10 @@ std::unique_ptr<QFrame> panel(AdViewing& viewing)
 QPoint place(QSize size, std::optional<QPoint> anchor)
 {
     const auto* const screen = anchor ? QGuiApplication::screenAt(*anchor) : nullptr;
-    const auto area = (screen ? screen : QGuiApplication::primaryScreen())
-                          ->availableGeometry()
-                          .adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const auto* const home = screen ? screen : QGuiApplication::primaryScreen();
+    if (!home)
+        return {};
+    const auto area = home->availableGeometry().adjusted(kMargin, kMargin, -kMargin, -kMargin);
     const int rightmost = std::max(area.left(), area.right() + 1 - size.width());
     const int lowest = std::max(area.top(), area.bottom() + 1 - size.height());
     if (!screen)
@@ -70,6 +72,7 @@ AdWindowController::~AdWindowController() = default;
 void AdWindowController::show(std::optional<QPoint> anchor)
 {
     m_panel = panel(m_viewing);
+    m_panel->installEventFilter(this);
     m_panel->adjustSize();
     m_panel->move(place(m_panel->size(), anchor));
     m_panel->show();
@@ -79,6 +82,15 @@ void AdWindowController::show(std::optional<QPoint> anchor)
 bool AdWindowController::isShown() const
 {
     return m_panel && m_panel->isVisible();
+}
+
+bool AdWindowController::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_panel.get() || event->type() != QEvent::Close)
+        return QObject::eventFilter(watched, event);
+    event->ignore();
+    m_viewing.dismiss();
+    return true;
 }
 
 void AdWindowController::close()

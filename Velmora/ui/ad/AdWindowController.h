@@ -30,6 +30,9 @@ public:
     [[nodiscard]] bool isShown() const;
     [[nodiscard]] AdViewing& viewing() { return m_viewing; }
 
+    /// A window manager that closes the panel does so for the viewer: that is a dismissal.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void close();
 

@@ -67,7 +67,7 @@ QPushButton* AdWindowView::adButton()
 {
     const auto& body = m_viewing.ad().body;
     auto* const button = new QPushButton;
-    button->setText(withoutShortcuts(body));
+    button->setText(withoutShortcuts(body.simplified()));
     button->setFlat(true);
     button->setStyleSheet(u"text-align: left"_s);
     button->setMinimumWidth(0);
@@ -114,7 +114,7 @@ QToolButton* AdWindowView::closeButton()
 void AdWindowView::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    const auto body = m_ad->fontMetrics().elidedText(m_viewing.ad().body, Qt::ElideRight, m_ad->width());
+    const auto body = m_ad->fontMetrics().elidedText(m_viewing.ad().body.simplified(), Qt::ElideRight, m_ad->width());
     m_ad->setText(withoutShortcuts(body));
 }
 

@@ -413,6 +413,20 @@ private Q_SLOTS:
         QVERIFY(click.isAwaited());
         QVERIFY(world.viewing->completed());
         world.viewing.reset();
+        QCOMPARE(world.transport.waiting(), 0);
+    }
+
+    void aClickUnderWayWhenThePanelClosesStillOpensThePage()
+    {
+        World world;
+        auto click = world.transport.hold(endpoints::kClick);
+        world.start();
+        world.viewing->openAd();
+
+        world.viewing->dismiss();
+        click.answer(200, aClick());
+
+        QCOMPARE(world.platform.browser.opened.size(), 1U);
     }
 
     void aClickBeforeTheSessionOpensTheAdsOwnPageAndRecordsNothing()
@@ -469,6 +483,21 @@ private Q_SLOTS:
         World world;
         world.transport.answer(endpoints::kClick, ClickResponse {address});
         world.start();
+
+        world.viewing->openAd();
+        settle();
+
+        QVERIFY(world.platform.browser.opened.empty());
+        QCOMPARE(world.linksOpened, 0);
+    }
+
+    void anAddressOfTheAdThatIsNoWebAddressIsNotOpenedEither()
+    {
+        World world;
+        auto ad = anAd();
+        ad.targetUrl = u"not an address"_s;
+        world.transport.fail(endpoints::kSessionStart, u"No network."_s);
+        world.start(ad);
 
         world.viewing->openAd();
         settle();
