@@ -60,7 +60,7 @@ endfunction()
 
 # A test over external material, as velmora_test: it exists only where the folder ORVELLA_CORPORA does.
 function(velmora_corpus_test name)
-    if(NOT IS_DIRECTORY ${ORVELLA_CORPORA})
+    if(NOT IS_DIRECTORY "${ORVELLA_CORPORA}")
         return()
     endif()
     if(NOT TARGET velmora_corpus)

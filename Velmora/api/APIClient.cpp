@@ -16,8 +16,9 @@ QUrl serviceAddress(const SettingsStore& settings)
 {
     const auto text = settings.string(u"apiBaseURL"_s).value_or(QStringLiteral(ORVELLA_SERVICE_URL));
     const QUrl address(text, QUrl::StrictMode);
-    if (!address.isValid() || address.isRelative())
-        qFatal("The address of the service, the setting apiBaseURL, is not a valid address.");
+    const bool isWeb = address.scheme() == u"https" || address.scheme() == u"http";
+    if (!address.isValid() || !isWeb || address.host().isEmpty())
+        qFatal("The address of the service, the setting apiBaseURL, is not a valid web address.");
     return address;
 }
 

@@ -12,7 +12,8 @@ class Transport;
 class ViewerLocale;
 struct Platform;
 
-/// The one gateway between the program and the service. Keeps no state of its own: the token is read anew for each call.
+/// The one gateway between the program and the service. Keeps no state of its own: the token is read anew for each
+/// call.
 ///
 /// Calls run away from the main thread and resume their callers on it. A call whose `stop` was requested ends at once
 /// with a cancellation. Whoever owns the client requests the stop of all calls before it goes.

@@ -29,9 +29,8 @@ Mismatch Mismatch::under(const QString& key) &&
 
 Failure Mismatch::failure() const
 {
-    const auto description = path.isEmpty()
-        ? tr("The service's answer could not be read: it %1.").arg(problem)
-        : tr("The service's answer could not be read: %1 %2.").arg(path, problem);
+    const auto description = path.isEmpty() ? tr("The service's answer could not be read: it %1.").arg(problem)
+                                            : tr("The service's answer could not be read: %1 %2.").arg(path, problem);
     return {Failure::Kind::undecodable, description};
 }
 

@@ -15,7 +15,7 @@ namespace orvella {
 /// or null in the JSON, every other one is required.
 template <class Record, class Member> struct Field {
     const char* key;
-    Member Record::*member;
+    Member Record::* member;
 };
 
 /// A record that replies carry: it lists its members in a static function `fields()`.
@@ -90,7 +90,7 @@ template <WireRecord T> [[nodiscard]] Result<T> decodeRecord(const QByteArray& t
 {
     const auto json = Json::parse(text);
     if (!json)
-        return std::unexpected(json.error());
+        return std::unexpected(Mismatch {{}, QCoreApplication::translate("Record", "is not JSON")}.failure());
     T record;
     if (const auto mismatch = readValue(*json, record))
         return std::unexpected(mismatch->failure());

@@ -36,6 +36,7 @@ AppState::AppState(const Platform& platform, Transport& transport)
 
 AppState::~AppState()
 {
+    // Deliberate: the loop could go on without its state, but the clock and the transport go soon after.
     m_pollTask.request_stop();
     m_lifetime.request_stop();
 }
@@ -66,9 +67,10 @@ QCoro::Task<> AppState::bootstrap()
 
 QCoro::Task<bool> AppState::registerDevice(std::stop_token stop)
 {
-    const auto registration
-        = co_await m_api.registerDevice(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
+    const auto registration = co_await m_api.registerDevice(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
     if (stop.stop_requested())
+        co_return false;
+    if (!registration && registration.error().isCancellation())
         co_return false;
     if (!registration) {
         // Deliberate: nothing tries again in this run.
@@ -297,7 +299,7 @@ template <class T> void AppState::noteOutcome(const Result<T>& answer)
 {
     if (answer)
         lastError = std::nullopt;
-    else
+    else if (!answer.error().isCancellation())
         lastError = answer.error().description;
 }
 

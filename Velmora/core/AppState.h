@@ -42,14 +42,14 @@ public:
     Published<std::optional<QString>> activationCode {this, std::nullopt};
     Published<std::optional<QString>> verificationUri {this, std::nullopt};
 
-    Setting anonymousMode {this, m_platform.settings, QStringLiteral("anonymousMode"), true,
-        [this] { anonymousModeAssigned(); }};
-    Setting appSignalConsent {this, m_platform.settings, QStringLiteral("appSignalConsent"), false,
-        [this] { appSignalConsentAssigned(); }};
-    Setting ageConfirmed {this, m_platform.settings, QStringLiteral("ageConfirmed"), false,
-        [this] { ageConfirmedAssigned(); }};
-    Setting autoOpenAds {this, m_platform.settings, QStringLiteral("autoOpenAds"), false,
-        [this] { autoOpenAdsAssigned(); }};
+    Setting anonymousMode {
+        this, m_platform.settings, QStringLiteral("anonymousMode"), true, [this] { anonymousModeAssigned(); }};
+    Setting appSignalConsent {
+        this, m_platform.settings, QStringLiteral("appSignalConsent"), false, [this] { appSignalConsentAssigned(); }};
+    Setting ageConfirmed {
+        this, m_platform.settings, QStringLiteral("ageConfirmed"), false, [this] { ageConfirmedAssigned(); }};
+    Setting autoOpenAds {
+        this, m_platform.settings, QStringLiteral("autoOpenAds"), false, [this] { autoOpenAdsAssigned(); }};
 
     /// "AD" while an ad is on offer, "OFF" after a failed registration, else the available balance.
     Published<QString> statusTitle {this, QStringLiteral("$0.00")};

@@ -19,9 +19,8 @@ public:
         QString key;
         Json value;
 
-        /// Reads "KEY=VALUE", where VALUE is JSON or else the string as it stands. Fails with `refused` without a key
-        /// or
-        /// "=".
+        /// Reads "KEY=VALUE", where VALUE is JSON or else the string as it stands. Without a key or a "=" it is
+        /// `refused`.
         [[nodiscard]] static Result<Entry> parse(const QString& text);
     };
 

@@ -1,5 +1,6 @@
 #include "api/APIClient.h"
 #include "api/Endpoints.h"
+#include "support/Dies.h"
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
@@ -54,6 +55,7 @@ private Q_SLOTS:
 
         const auto client = world.client();
 
+        QCOMPARE(client.baseURL(), QUrl(QStringLiteral(ORVELLA_SERVICE_URL)));
         QCOMPARE(client.baseURL().scheme(), u"https"_s);
         QVERIFY(client.baseURL().path().isEmpty());
     }
@@ -68,6 +70,24 @@ private Q_SLOTS:
 
         QVERIFY(answer);
         QCOMPARE(world.transport.requests().front().http.url, QUrl(u"http://127.0.0.1:8787/api/mac/wallet"_s));
+    }
+
+    void aServiceAddressThatIsNoneStopsTheProgram_data()
+    {
+        QTest::addColumn<QString>("address");
+        for (const auto* const address : {"", "service", "mailto:x@y.test", "ftp://a.test", "https://", "https://a b"})
+            QTest::addRow("%s", address) << QString::fromLatin1(address);
+    }
+
+    void aServiceAddressThatIsNoneStopsTheProgram()
+    {
+        QFETCH(QString, address);
+
+        QVERIFY(dies([&] {
+            World world;
+            world.useService(address);
+            static_cast<void>(world.client());
+        }));
     }
 
     void aSettingThatIsNoTextCountsAsUnset()
@@ -347,10 +367,10 @@ private Q_SLOTS:
         keep(client.get<WalletResponse>(endpoints::kWallet, source.get_token()), answer);
 
         source.request_stop();
-        world.platform.secrets.unlock();
 
         QVERIFY(answer);
         QVERIFY(answer->error().isCancellation());
+        world.platform.secrets.unlock();
         QVERIFY(world.transport.requests().empty());
     }
 };

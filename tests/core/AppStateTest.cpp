@@ -204,6 +204,19 @@ private Q_SLOTS:
         QVERIFY(!state.launchAtLogin());
     }
 
+    void aLoginItemThatCannotBeTakenAwayStaysOn()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        AppState state(platform.lend(), transport);
+        platform.loginItem.failure = Failure {Failure::Kind::refused, u"No."_s};
+
+        state.setLaunchAtLogin(false);
+
+        QCOMPARE(state.lastError(), u"No."_s);
+        QVERIFY(state.launchAtLogin());
+    }
+
     void everyAssignmentIsAnnouncedEqualValueOrNot()
     {
         FakePlatform platform;
@@ -216,6 +229,23 @@ private Q_SLOTS:
         state.showLaunchWindowAtStartup = true;
 
         QCOMPARE(spy.count(), 3);
+    }
+
+    void aStateThatGoesAwayWhileTheKeyringIsLockedDoesNothingMore()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        platform.secrets.isLocked = true;
+        auto state = std::make_unique<AppState>(platform.lend(), transport);
+        state->bootstrap();
+        settle();
+
+        state.reset();
+        platform.secrets.unlock();
+        settle();
+
+        QVERIFY(transport.requests().empty());
+        QCOMPARE(platform.secrets.operations, QStringList {u"read orvella.device-token"_s});
     }
 
     void aStateThatGoesAwayLeavesNothingWaiting()

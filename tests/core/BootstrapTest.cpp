@@ -74,6 +74,24 @@ private Q_SLOTS:
         QCOMPARE(world.state->statusTitle(), u"$6.37"_s);
     }
 
+    void theTokenIsReplacedBeforeTheCodeIsPublished()
+    {
+        World world;
+        world.state = std::make_unique<AppState>(world.platform.lend(), world.transport);
+        QStringList operationsAtTheCode;
+        connect(world.state.get(), &Observable::willChange, world.state.get(), [&] {
+            if (!world.state->activationCode())
+                operationsAtTheCode = world.platform.secrets.operations;
+        });
+
+        world.state->bootstrap();
+        settle();
+
+        const QStringList expected {u"read orvella.device-token"_s, u"read quillon.device-token"_s,
+            u"remove orvella.device-token"_s, u"remove orvella.device-token"_s, u"add orvella.device-token"_s};
+        QCOMPARE(operationsAtTheCode, expected);
+    }
+
     void theRegistrationSaysWhatTheServiceExpects()
     {
         World world;

@@ -165,9 +165,9 @@ private Q_SLOTS:
         QVERIFY(!found);
 
         source.request_stop();
-        secrets.unlock();
 
         QCOMPARE(found, false);
+        secrets.unlock();
         QCOMPARE(secrets.operations, QStringList {u"read orvella.device-token"_s});
     }
 };

@@ -100,7 +100,12 @@ private Q_SLOTS:
         for (const auto& key : rule->keys)
             writtenKeys.append(key.text.toString());
 
+        QStringList writtenCategories;
+        for (const auto category : rule->categories)
+            writtenCategories.append(category.toString());
+
         QCOMPARE(writtenKeys, keys);
+        QCOMPARE(writtenCategories, categories);
         for (const auto& key : keys) {
             const auto found = keysOf({named(u"My "_s + key.toUpper() + u" 2"_s)});
             for (const auto& category : categories)

@@ -41,7 +41,7 @@ private:
     std::map<Due, std::function<void()>> m_timers;
 };
 
-/// Does what the main loop has been given to do, until nothing is left.
+/// Does what the main loop has been given to do, and what that gives it, over many rounds.
 void settle();
 
 } // namespace orvella

@@ -24,20 +24,47 @@ void FakeSettings::setBoolean(const QString& key, bool value)
     writes.append(key);
 }
 
-struct FakeSecrets::Unlocked {
-    FakeSecrets& store;
+struct FakeSecrets::Reader {
+    std::coroutine_handle<> waiting;
+    std::optional<std::stop_callback<std::function<void()>>> onStop;
 
-    [[nodiscard]] bool await_ready() const noexcept { return !store.isLocked; }
+    void resume()
+    {
+        onStop.reset();
+        if (waiting)
+            std::exchange(waiting, {}).resume();
+    }
+};
 
-    void await_suspend(std::coroutine_handle<> waiting) { store.m_waiting.push_back(waiting); }
+class FakeSecrets::Unlocked final {
+public:
+    Unlocked(FakeSecrets& store, std::stop_token stop)
+        : m_store(store)
+        , m_stop(std::move(stop))
+    {
+    }
 
-    void await_resume() const noexcept { }
+    [[nodiscard]] bool await_ready() const noexcept { return !m_store.isLocked || m_stop.stop_requested(); }
+
+    void await_suspend(std::coroutine_handle<> waiting)
+    {
+        const auto reader = std::make_shared<Reader>();
+        m_store.m_readers.push_back(reader);
+        reader->waiting = waiting;
+        reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
+    }
+
+    void await_resume() const noexcept {}
+
+private:
+    FakeSecrets& m_store;
+    std::stop_token m_stop;
 };
 
 QCoro::Task<std::optional<Secret>> FakeSecrets::read(QString service, QString account, std::stop_token stop)
 {
     operations.append(QStringLiteral("read ") + service);
-    co_await Unlocked {*this};
+    co_await Unlocked(*this, stop);
     if (stop.stop_requested())
         co_return std::nullopt;
     for (const auto& item : m_items) {
@@ -81,8 +108,8 @@ void FakeSecrets::put(const QString& service, const QByteArray& value)
 void FakeSecrets::unlock()
 {
     isLocked = false;
-    for (const auto waiting : std::exchange(m_waiting, {}))
-        waiting.resume();
+    for (const auto& reader : std::exchange(m_readers, {}))
+        reader->resume();
 }
 
 Result<void> FakeLoginItem::registerItem()

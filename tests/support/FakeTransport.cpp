@@ -44,7 +44,7 @@ public:
         m_held->onStop.emplace(m_stop, [held = m_held.get()] { std::exchange(held->waiting, {}).resume(); });
     }
 
-    void await_resume() const noexcept { }
+    void await_resume() const noexcept {}
 
 private:
     std::shared_ptr<Held> m_held;

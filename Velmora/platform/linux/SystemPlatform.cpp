@@ -2,6 +2,7 @@
 
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
+#include "base/TerminationSignals.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
@@ -9,7 +10,6 @@
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/SystemSecretStore.h"
-#include "base/TerminationSignals.h"
 #include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XdgBrowser.h"
 #include "platform/linux/XdgDirectories.h"

@@ -4,7 +4,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <chrono>
+#include <filesystem>
+
 using namespace orvella;
+using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 class DesktopEntriesTest final : public QObject {
@@ -65,11 +69,13 @@ private Q_SLOTS:
     {
         auto entries = refreshed();
         write(u"system/editor.desktop"_s, u"Editor"_s, {});
+        touchSystemFolder(1s);
 
         entries.refresh();
 
         QCOMPARE(idOf(entries, u"editor"_s, u""_s), u"editor"_s);
         QVERIFY(QFile::remove(m_folder->filePath(u"system/editor.desktop"_s)));
+        touchSystemFolder(2s);
         entries.refresh();
         QCOMPARE(idOf(entries, u"editor"_s, u""_s), u"(none)"_s);
     }
@@ -88,6 +94,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// The clock of a file system is too coarse for a test that does not wait.
+    void touchSystemFolder(std::chrono::seconds later) const
+    {
+        const std::filesystem::path folder(m_folder->filePath(u"system"_s).toStdString());
+        std::filesystem::last_write_time(folder, std::filesystem::file_time_type::clock::now() + later);
+    }
+
     DesktopEntries refreshed() const
     {
         DesktopEntries entries({m_folder->filePath(u"home"_s), m_folder->filePath(u"system"_s)});
