@@ -79,6 +79,7 @@ GVariant* itemProperties(const QString& service, const QString& account)
     g_variant_builder_add(&attributes, "{ss}", "service", service.toUtf8().constData());
     g_variant_builder_add(&attributes, "{ss}", "account", account.toUtf8().constData());
 
+    // The programs that show a keyring to its owner list items by their label. It takes no part in finding them.
     const auto label = QCoreApplication::translate("KeyringSession", "Orvella (%1)").arg(service).toUtf8();
     GVariantBuilder properties;
     g_variant_builder_init(&properties, G_VARIANT_TYPE("a{sv}"));
@@ -134,7 +135,11 @@ QCoro::Task<FromKeyring<std::shared_ptr<KeyringSession>>> KeyringSession::open(
     GLibPointer<SecretService> service(secret_service_open_finish(agreed.result.get(), error.slot()));
     if (!service)
         co_return error.trouble();
-    co_return std::make_shared<KeyringSession>(clock, limit, std::move(service));
+    auto session = std::make_shared<KeyringSession>(clock, limit, std::move(service));
+    // It may have ended since it agreed.
+    if (session->m_owner.isEmpty())
+        co_return KeyringTrouble::failed;
+    co_return session;
 }
 
 KeyringSession::KeyringSession(Clock& clock, Clock::duration limit, GLibPointer<SecretService> service)
