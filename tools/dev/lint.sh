@@ -27,7 +27,7 @@ sources_to_look_through() {
 
 look_through() {
     local complaints
-    if ! complaints=$(clang-tidy-19 --quiet -p build/dev "$1" 2>/dev/null); then
+    if ! complaints=$(clang-tidy-19 --quiet -p build/dev "$1" 2>&1); then
         printf '%s\n' "$complaints"
         return 1
     fi
