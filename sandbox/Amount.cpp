@@ -17,7 +17,7 @@ std::optional<Amount> Amount::ofExactCents(double cents)
 {
     constexpr auto kScale = static_cast<double>(kMicroCentsPerCent);
     const auto count = std::round(cents * kScale);
-    if (!(count >= 0 && count <= kGreatestExactCount))
+    if (std::isnan(count) || count < 0 || count > kGreatestExactCount)
         return std::nullopt;
     // Division rounds correctly: only the double that stands for this very fraction comes back.
     if (count / kScale != cents)

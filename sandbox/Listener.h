@@ -10,7 +10,7 @@ class Listener final : public QTcpServer {
 
 public:
     /// Header lines and body together. The client's largest request has less than 2 KiB.
-    static constexpr qint64 kLargestRequest = 64 * 1024;
+    static constexpr qint64 kLargestRequest = 65'536;
 
     using QTcpServer::QTcpServer;
 

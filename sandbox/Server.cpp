@@ -76,7 +76,7 @@ Reply faultyReply(int status)
 
 Server::Server(Clock& clock, FaultPlan faults)
     : m_clock(clock)
-    , m_faults(std::move(faults))
+    , m_faults(faults)
 {
 }
 

@@ -11,6 +11,8 @@ end_children_at_exit() {
 }
 
 end_children() {
+    # A second Ctrl-C must not leave half of them behind.
+    trap '' INT TERM HUP
     local i
     for ((i = ${#children[@]} - 1; i >= 0; i--)); do
         kill "${children[i]}" 2>/dev/null || true
