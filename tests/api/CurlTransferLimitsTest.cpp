@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kGreatest = 1024 * 1024;
+constexpr qsizetype kGreatest = 1'048'576;
 
 QByteArray chunked(const QByteArray& body)
 {

@@ -273,7 +273,7 @@ private Q_SLOTS:
             for (auto& stop : stops)
                 transport->run(std::make_shared<MarkedExchange>(server.url(), alive), stop.get_token());
             for (auto& stop : stops) {
-                QTest::qWait(static_cast<int>(random.bounded(3)));
+                QTest::qWait(random.bounded(3));
                 if (random.bounded(2) == 0)
                     stop.request_stop();
             }
