@@ -1,6 +1,7 @@
 #include "platform/linux/X11RunningApplications.h"
 
 #include "platform/linux/LocaleName.h"
+#include "platform/linux/X11Display.h"
 #include "platform/linux/X11Windows.h"
 
 #include <QGuiApplication>
@@ -12,15 +13,6 @@ namespace orvella {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-std::vector<X11Windows::Window> windowsOfSession()
-{
-    const auto* const x11 =
-        qGuiApp != nullptr ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    // Qt's platform without a display has this interface too, but no connection behind it.
-    auto* const connection = x11 != nullptr ? x11->connection() : nullptr;
-    return connection != nullptr ? X11Windows::list(connection) : std::vector<X11Windows::Window>();
-}
 
 QSet<quint32> ownWindows()
 {
@@ -42,8 +34,7 @@ std::optional<QString> unlessEmpty(const QString& text)
 
 X11RunningApplications::X11RunningApplications(
     const QProcessEnvironment& environment, const QStringList& applicationFolders)
-    : m_isWaylandSession(environment.value(u"XDG_SESSION_TYPE"_s) == u"wayland"_s
-          || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty())
+    : m_isWaylandSession(isWaylandSession(environment))
     , m_locale(localeName(environment, LocaleCategory::messages))
     , m_entries(applicationFolders)
 {
@@ -51,13 +42,14 @@ X11RunningApplications::X11RunningApplications(
 
 std::vector<RunningApplication> X11RunningApplications::list() const
 {
-    if (m_isWaylandSession)
+    const auto display = X11Display::current();
+    if (m_isWaylandSession || !display)
         return {};
     m_entries.refresh();
     const auto own = ownWindows();
     std::vector<RunningApplication> applications;
     QSet<QString> seen;
-    for (const auto& window : windowsOfSession()) {
+    for (const auto& window : X11Windows::list(*display)) {
         if (!window.isRegular || own.contains(window.id))
             continue;
         RunningApplication application;

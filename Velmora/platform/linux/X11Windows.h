@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/linux/X11Display.h"
+
 #include <QString>
 
 #include <vector>
-
-struct xcb_connection_t;
 
 namespace orvella {
 
@@ -23,9 +23,8 @@ public:
 
     X11Windows() = delete;
 
-    /// In the order in which the windows were opened. Empty where no window manager keeps a list, and
-    /// once the connection is lost.
-    [[nodiscard]] static std::vector<Window> list(xcb_connection_t* connection);
+    /// In the order in which the windows were opened. Empty where no window manager keeps a list.
+    [[nodiscard]] static std::vector<Window> list(const X11Display& display);
 };
 
 } // namespace orvella
