@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QRect>
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 struct xcb_connection_t;
@@ -19,9 +21,23 @@ public:
         /// The names of atoms, "_NET_WM_WINDOW_TYPE_DOCK" for example.
         std::vector<QByteArray> types;
         std::vector<QByteArray> states;
+        QSize size {200, 100};
+        /// The process that it says it belongs to.
+        std::optional<quint32> process = {};
+        /// The number of the workspace that it wants to be on.
+        std::optional<quint32> workspace = {};
     };
 
     explicit PlainWindow(const Properties& properties);
+
+    [[nodiscard]] quint32 id() const { return m_id; }
+
+    /// Where it is on the display now, in pixels, without the window manager's frame.
+    [[nodiscard]] QRect place() const;
+    /// Has the window manager minimise it.
+    void minimise();
+    /// Takes the pointer to itself, as an open menu does; false where another program has it.
+    [[nodiscard]] bool grabPointer() const;
 
 private:
     struct Disconnect {
@@ -29,6 +45,8 @@ private:
     };
 
     std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    quint32 m_root = 0;
+    quint32 m_id = 0;
 };
 
 } // namespace orvella

@@ -1,0 +1,78 @@
+#include "platform/linux/X11Activation.h"
+
+#include "platform/linux/X11Property.h"
+#include "platform/linux/X11Reply.h"
+
+#include <QCoreApplication>
+
+#include <string_view>
+#include <utility>
+
+namespace orvella {
+
+namespace {
+
+constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
+
+xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name)
+{
+    const auto question = xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data());
+    const X11Reply<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection, question, nullptr));
+    return answer ? answer->atom : xcb_atom_t {XCB_ATOM_NONE};
+}
+
+} // namespace
+
+X11Activation::X11Activation(const X11Display& display, X11Hints& hints)
+    : m_display(display)
+    , m_hints(hints)
+    , m_timeProperty(atomOf(display.connection, "_ORVELLA_TIME"))
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+void X11Activation::activate(QWindow& window)
+{
+    m_window = &window;
+    m_windowId = static_cast<xcb_window_t>(window.winId());
+    window.raise();
+    // The server tells the time of every change of a property, even of one that changes nothing.
+    xcb_change_property(
+        m_display.connection, XCB_PROP_MODE_APPEND, m_windowId, m_timeProperty, XCB_ATOM_CARDINAL, 32, 0, nullptr);
+    xcb_flush(m_display.connection);
+}
+
+bool X11Activation::nativeEventFilter(const QByteArray&, void* message, qintptr*)
+{
+    const auto* const event = static_cast<const xcb_property_notify_event_t*>(message);
+    if (event->response_type == XCB_PROPERTY_NOTIFY && event->atom == m_timeProperty && event->window == m_windowId) {
+        const auto* const window = std::exchange(m_window, nullptr).data();
+        if (window != nullptr && window->isVisible() && m_hints.isValid())
+            request(event->time);
+    }
+    return false;
+}
+
+void X11Activation::request(quint32 time)
+{
+    const auto ask = [this](xcb_window_t window, xcb_atom_t property, xcb_atom_t type) {
+        return X11Property(m_display.connection, {window, property, type});
+    };
+    auto timeWindow = ask(m_windowId, m_hints->_NET_WM_USER_TIME_WINDOW, XCB_ATOM_WINDOW);
+    auto workspace = ask(m_windowId, m_hints->_NET_WM_DESKTOP, XCB_ATOM_CARDINAL);
+    auto currentWorkspace = ask(m_display.root, m_hints->_NET_CURRENT_DESKTOP, XCB_ATOM_CARDINAL);
+
+    xcb_ewmh_set_wm_user_time(m_hints.get(), timeWindow.word().value_or(m_windowId), time);
+    // Some window managers activate no window that is on another workspace, and the viewer wants it on this one.
+    const auto from = workspace.word();
+    const auto to = currentWorkspace.word();
+    if (from && to && *from != *to && *from != kAllWorkspaces)
+        xcb_ewmh_request_change_wm_desktop(
+            m_hints.get(), m_display.screen, m_windowId, *to, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+    // The window manager gets to know of the window before it gets this: both go through the server in turn.
+    xcb_ewmh_request_change_active_window(
+        m_hints.get(), m_display.screen, m_windowId, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, time, XCB_WINDOW_NONE);
+    xcb_flush(m_display.connection);
+}
+
+} // namespace orvella

@@ -1,0 +1,84 @@
+#include "platform/linux/X11Presses.h"
+
+#include "platform/linux/X11Reply.h"
+
+#include <xcb/xinput.h>
+
+#include <QCoreApplication>
+#include <QCursor>
+
+#include <utility>
+
+namespace orvella {
+
+namespace {
+
+/// The number of the XInput extension on this connection; 0 where it has none that reports raw presses.
+quint8 inputExtension(xcb_connection_t* connection)
+{
+    const auto* const extension = xcb_get_extension_data(connection, &xcb_input_id);
+    if (extension == nullptr || extension->present == 0)
+        return 0;
+    // Qt has said already what it understands, but not if it was told to do without. From version 2.1 on, presses are
+    // reported while another program has the pointer to itself, too. An error means that a newer one is agreed on.
+    const X11Reply<xcb_input_xi_query_version_reply_t> version(
+        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
+    return version && version->major_version < 2 ? quint8 {0} : extension->major_opcode;
+}
+
+bool isButton(uint32_t detail)
+{
+    constexpr uint32_t kFirstWheelButton = 4;
+    constexpr uint32_t kLastWheelButton = 7;
+    return detail < kFirstWheelButton || detail > kLastWheelButton;
+}
+
+} // namespace
+
+X11Presses::X11Presses(const X11Display& display)
+    : m_display(display)
+    , m_extension(inputExtension(display.connection))
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11Presses::~X11Presses()
+{
+    watch({});
+}
+
+void X11Presses::watch(std::function<void(QPoint)> pressed)
+{
+    m_pressed = std::move(pressed);
+    const bool isWanted = m_pressed != nullptr;
+    if (m_extension != 0 && std::exchange(m_isSelected, isWanted) != isWanted)
+        select(isWanted ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0);
+}
+
+bool X11Presses::nativeEventFilter(const QByteArray&, void* message, qintptr*)
+{
+    const auto* const event = static_cast<const xcb_ge_generic_event_t*>(message);
+    if (!m_pressed || event->response_type != XCB_GE_GENERIC || event->extension != m_extension
+        || event->event_type != XCB_INPUT_RAW_BUTTON_PRESS)
+        return false;
+    const auto* const press = static_cast<const xcb_input_raw_button_press_event_t*>(message);
+    if (isButton(press->detail)) {
+        // A copy, because the listener may end or replace itself.
+        const auto pressed = m_pressed;
+        pressed(QCursor::pos());
+    }
+    return false;
+}
+
+void X11Presses::select(quint32 events)
+{
+    struct {
+        xcb_input_event_mask_t head;
+        uint32_t events;
+    } const mask {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, events};
+    // Qt's own choice on this window is for other devices, so neither replaces the other's.
+    xcb_input_xi_select_events(m_display.connection, m_display.root, 1, &mask.head);
+    xcb_flush(m_display.connection);
+}
+
+} // namespace orvella

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/WindowSystem.h"
+#include "platform/linux/X11Activation.h"
+#include "platform/linux/X11Display.h"
+#include "platform/linux/X11Hints.h"
+#include "platform/linux/X11Presses.h"
+
+#include <utility>
+
+namespace orvella {
+
+/// The program's windows on an X11 display.
+class X11WindowSystem final : public WindowSystem {
+public:
+    explicit X11WindowSystem(const X11Display& display);
+
+    [[nodiscard]] bool isCompositing() const override;
+    [[nodiscard]] bool placesWindows() const override { return true; }
+
+    void activate(QWindow& window) override { m_activation.activate(window); }
+
+    void watchPresses(std::function<void(QPoint)> pressed) override { m_presses.watch(std::move(pressed)); }
+
+private:
+    X11Display m_display;
+    X11Hints m_hints;
+    X11Activation m_activation;
+    X11Presses m_presses;
+};
+
+} // namespace orvella
