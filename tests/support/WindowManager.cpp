@@ -50,15 +50,21 @@ WindowManager::~WindowManager()
     m_process.waitForFinished();
 }
 
-bool WindowManager::start(const QStringList& arguments)
+bool WindowManager::start()
 {
     const auto before = inCharge();
-    m_process.start(m_program, QStringList {u"--replace"_s} + arguments);
+    m_process.start(m_program, {u"--replace"_s});
     const auto isInCharge = [this, &before] {
         const auto now = inCharge();
         return now.window != before.window && now.name.compare(m_program, Qt::CaseInsensitive) == 0;
     };
     return m_process.waitForStarted() && QTest::qWaitFor(isInCharge, 20000);
+}
+
+void WindowManager::crash()
+{
+    m_process.kill();
+    m_process.waitForFinished();
 }
 
 } // namespace orvella

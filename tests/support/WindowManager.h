@@ -14,7 +14,9 @@ public:
     ~WindowManager();
 
     /// Waits until it manages the display.
-    [[nodiscard]] bool start(const QStringList& arguments = {});
+    [[nodiscard]] bool start();
+    /// Ends it without giving it time to tidy up.
+    void crash();
 
 private:
     QString m_program;

@@ -12,8 +12,6 @@ namespace orvella {
 
 namespace {
 
-constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
-
 xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name)
 {
     const auto question = xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data());
@@ -66,7 +64,7 @@ void X11Activation::request(quint32 time)
     // Some window managers activate no window that is on another workspace, and the viewer wants it on this one.
     const auto from = workspace.word();
     const auto to = currentWorkspace.word();
-    if (from && to && *from != *to && *from != kAllWorkspaces)
+    if (from && to && *from != *to && *from != X11Hints::kAllWorkspaces)
         xcb_ewmh_request_change_wm_desktop(
             m_hints.get(), m_display.screen, m_windowId, *to, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
     // The window manager gets to know of the window before it gets this: both go through the server in turn.

@@ -7,6 +7,9 @@ namespace orvella {
 /// The atoms of the Extended Window Manager Hints on one connection. It takes one round trip to learn them.
 class X11Hints final {
 public:
+    /// As the number of a workspace: the window is on each of them.
+    static constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
+
     explicit X11Hints(xcb_connection_t* connection);
     X11Hints(const X11Hints&) = delete;
     X11Hints& operator=(const X11Hints&) = delete;
