@@ -1,0 +1,138 @@
+#include "platform/linux/DBusInstance.h"
+
+#include "base/ApplicationId.h"
+#include "platform/linux/DBusApplicationAdaptor.h"
+
+#include <QCryptographicHash>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+
+#include <utility>
+
+namespace orvella {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPatienceMilliseconds = 2000;
+constexpr auto kInterface = "org.freedesktop.Application"_L1;
+constexpr auto kToken = "activation-token"_L1;
+constexpr auto kStartupId = "desktop-startup-id"_L1;
+
+QString nameFor(const std::optional<QString>& profile)
+{
+    if (!profile)
+        return kApplicationId;
+    constexpr qsizetype kDigits = 16;
+    const auto hash = QCryptographicHash::hash(profile->toUtf8(), QCryptographicHash::Sha256).toHex().left(kDigits);
+    return kApplicationId + u".Profile"_s + QString::fromLatin1(hash);
+}
+
+/// The object that the Desktop Entry Specification derives from a name.
+QString pathFor(const QString& name)
+{
+    auto path = u'/' + name;
+    return path.replace(u'.', u'/').replace(u'-', u'_');
+}
+
+QVariantMap platformData(const QProcessEnvironment& environment)
+{
+    QVariantMap data;
+    const auto insert = [&](const QString& key, const QString& variable) {
+        if (const auto value = environment.value(variable); !value.isEmpty())
+            data.insert(key, value);
+    };
+    insert(kToken, u"XDG_ACTIVATION_TOKEN"_s);
+    insert(kStartupId, u"DESKTOP_STARTUP_ID"_s);
+    return data;
+}
+
+} // namespace
+
+DBusInstance::DBusInstance(QDBusConnection bus, Options options)
+    : m_bus(std::move(bus))
+    , m_options(std::move(options))
+    , m_name(nameFor(m_options.profile))
+    , m_path(pathFor(m_name))
+{
+    new DBusApplicationAdaptor(this, [this](const QVariantMap& data) { activated(data); });
+}
+
+DBusInstance::~DBusInstance()
+{
+    m_bus.unregisterObject(m_path);
+    if (m_isOwner)
+        m_bus.unregisterService(m_name);
+}
+
+bool DBusInstance::claim()
+{
+    // Whoever sees the name can call at once.
+    if (!m_bus.isConnected() || !m_bus.registerObject(m_path, this, QDBusConnection::ExportAdaptors))
+        return true;
+    // An owner may end between the request and the call. One that ends over and over is none.
+    constexpr int kAttempts = 3;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        m_isOwner = requestName();
+        if (m_isOwner)
+            return true;
+        if (activateOwner() || hasOwner()) {
+            m_bus.unregisterObject(m_path);
+            return false;
+        }
+    }
+    return true;
+}
+
+void DBusInstance::watch(std::function<void()> reopened)
+{
+    m_reopened = std::move(reopened);
+    if (m_isReopened)
+        QMetaObject::invokeMethod(this, &DBusInstance::handOver, Qt::QueuedConnection);
+}
+
+bool DBusInstance::requestName()
+{
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = m_bus.interface()->registerService(
+        m_name, QDBusConnectionInterface::DontQueueService, QDBusConnectionInterface::DontAllowReplacement);
+    return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+}
+
+bool DBusInstance::hasOwner() const
+{
+    const QDBusReply<bool> reply = m_bus.interface()->isServiceRegistered(m_name);
+    return reply.isValid() && reply.value();
+}
+
+bool DBusInstance::activateOwner() const
+{
+    auto call = QDBusMessage::createMethodCall(m_name, m_path, kInterface, u"Activate"_s);
+    call << platformData(m_options.environment);
+    call.setAutoStartService(false);
+    return m_bus.call(call, QDBus::Block, kPatienceMilliseconds).type() == QDBusMessage::ReplyMessage;
+}
+
+void DBusInstance::activated(const QVariantMap& data)
+{
+    auto token = data.value(kToken).toString();
+    if (token.isEmpty())
+        token = data.value(kStartupId).toString();
+    if (m_options.takeActivationToken && !token.isEmpty())
+        m_options.takeActivationToken(std::move(token));
+    m_isReopened = true;
+    // The caller has its answer first.
+    QMetaObject::invokeMethod(this, &DBusInstance::handOver, Qt::QueuedConnection);
+}
+
+void DBusInstance::handOver()
+{
+    if (!m_reopened || !std::exchange(m_isReopened, false))
+        return;
+    // A copy, because the listener may replace itself.
+    const auto reopened = m_reopened;
+    reopened();
+}
+
+} // namespace orvella

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/Instance.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QVariantMap>
+
+#include <optional>
+
+namespace orvella {
+
+/// The program of a session and profile is the one that owns its name on the session bus.
+///
+/// Without a session bus, or with one that gives nobody the name, each program takes itself for the first.
+class DBusInstance final : public QObject, public Instance {
+    Q_OBJECT
+
+public:
+    struct Options {
+        /// The absolute path of the profile's folder, if there is one.
+        std::optional<QString> profile;
+        /// Where the launcher of this program has left its right to bring a window to the front. On X11, Qt has taken
+        /// the startup id away by then; it is not needed there.
+        QProcessEnvironment environment;
+        /// Takes such a right that a later program hands over. May be empty.
+        std::function<void(QString)> takeActivationToken;
+    };
+
+    DBusInstance(QDBusConnection bus, Options options);
+    ~DBusInstance() override;
+
+    /// Waits for the first program for two seconds at most.
+    [[nodiscard]] bool claim() override;
+
+    /// A reopening from before this call is handed over, too.
+    void watch(std::function<void()> reopened) override;
+
+    /// The name on the bus.
+    [[nodiscard]] QString name() const { return m_name; }
+
+private:
+    [[nodiscard]] bool requestName();
+    [[nodiscard]] bool hasOwner() const;
+    [[nodiscard]] bool activateOwner() const;
+    void activated(const QVariantMap& platformData);
+    void handOver();
+
+    QDBusConnection m_bus;
+    Options m_options;
+    QString m_name;
+    QString m_path;
+    bool m_isOwner = false;
+    bool m_isReopened = false;
+    std::function<void()> m_reopened;
+};
+
+} // namespace orvella
