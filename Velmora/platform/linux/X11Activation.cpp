@@ -1,30 +1,18 @@
 #include "platform/linux/X11Activation.h"
 
+#include "platform/linux/X11Atom.h"
 #include "platform/linux/X11Property.h"
-#include "platform/linux/X11Reply.h"
 
 #include <QCoreApplication>
 
-#include <string_view>
 #include <utility>
 
 namespace orvella {
 
-namespace {
-
-xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name)
-{
-    const auto question = xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data());
-    const X11Reply<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection, question, nullptr));
-    return answer ? answer->atom : xcb_atom_t {XCB_ATOM_NONE};
-}
-
-} // namespace
-
 X11Activation::X11Activation(const X11Display& display, X11Hints& hints)
     : m_display(display)
     , m_hints(hints)
-    , m_timeProperty(atomOf(display.connection, "_ORVELLA_TIME"))
+    , m_timeProperty(x11Atom(display.connection, "_ORVELLA_TIME"))
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
