@@ -2,6 +2,8 @@
 
 #include <xcb/xcb.h>
 
+#include <QRandomGenerator>
+
 #include <cstdlib>
 
 namespace orvella {
@@ -41,6 +43,15 @@ void setNumber(
         setWords(connection, window, property, XCB_ATOM_CARDINAL, {*number});
 }
 
+/// The server gives a new connection the numbers of one that has just ended, and a window manager may take the new
+/// window for the old one. So each window takes another of the connection's many numbers.
+xcb_window_t unusedId(xcb_connection_t* connection)
+{
+    for (auto skipped = QRandomGenerator::global()->bounded(100000); skipped > 0; --skipped)
+        xcb_generate_id(connection);
+    return xcb_generate_id(connection);
+}
+
 } // namespace
 
 void PlainWindow::Disconnect::operator()(xcb_connection_t* connection) const
@@ -56,7 +67,7 @@ PlainWindow::PlainWindow(const Properties& properties)
         qFatal("There is no X server.");
     const auto* const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
     m_root = screen->root;
-    m_id = xcb_generate_id(connection);
+    m_id = unusedId(connection);
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, m_id, m_root, 0, 0,
         static_cast<uint16_t>(properties.size.width()), static_cast<uint16_t>(properties.size.height()), 0,
         XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
@@ -71,6 +82,22 @@ PlainWindow::PlainWindow(const Properties& properties)
     setNumber(connection, m_id, "_NET_WM_DESKTOP", properties.workspace);
     xcb_map_window(connection, m_id);
     xcb_flush(connection);
+}
+
+bool PlainWindow::isShown() const
+{
+    auto* const connection = m_connection.get();
+    // A window manager writes this onto the windows that it manages.
+    const auto property = atomOf(connection, "WM_STATE");
+    const auto state = xcb_get_property(connection, 0, m_id, property, property, 0, 1);
+    const auto attributes = xcb_get_window_attributes(connection, m_id);
+    auto* const stateReply = xcb_get_property_reply(connection, state, nullptr);
+    auto* const attributesReply = xcb_get_window_attributes_reply(connection, attributes, nullptr);
+    const bool isShown = stateReply != nullptr && stateReply->value_len > 0 && attributesReply != nullptr
+        && attributesReply->map_state == XCB_MAP_STATE_VIEWABLE;
+    std::free(stateReply);
+    std::free(attributesReply);
+    return isShown;
 }
 
 QRect PlainWindow::place() const

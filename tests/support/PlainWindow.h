@@ -32,6 +32,8 @@ public:
 
     [[nodiscard]] quint32 id() const { return m_id; }
 
+    /// Whether the window manager has put it onto the display.
+    [[nodiscard]] bool isShown() const;
     /// Where it is on the display now, in pixels, without the window manager's frame.
     [[nodiscard]] QRect place() const;
     /// Has the window manager minimise it.

@@ -1,5 +1,7 @@
 #include "support/WindowManager.h"
 
+#include "support/PlainWindow.h"
+
 #include <QRegularExpression>
 #include <QTest>
 
@@ -58,7 +60,12 @@ bool WindowManager::start()
         const auto now = inCharge();
         return now.window != before.window && now.name.compare(m_program, Qt::CaseInsensitive) == 0;
     };
-    return m_process.waitForStarted() && QTest::qWaitFor(isInCharge, 20000);
+    // It may say so before it hears of new windows.
+    const auto managesWindows = [] {
+        const PlainWindow window({});
+        return QTest::qWaitFor([&window] { return window.isShown(); }, 500);
+    };
+    return m_process.waitForStarted() && QTest::qWaitFor(isInCharge, 20000) && QTest::qWaitFor(managesWindows, 20000);
 }
 
 void WindowManager::crash()
