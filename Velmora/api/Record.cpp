@@ -4,14 +4,9 @@ namespace orvella {
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Record", text);
-}
-
 Mismatch mismatch(const char* problem)
 {
-    return {{}, tr(problem)};
+    return {{}, QCoreApplication::translate("Record", problem)};
 }
 
 } // namespace
@@ -29,8 +24,9 @@ Mismatch Mismatch::under(const QString& key) &&
 
 Failure Mismatch::failure() const
 {
-    const auto description = path.isEmpty() ? tr("The service's answer could not be read: it %1.").arg(problem)
-                                            : tr("The service's answer could not be read: %1 %2.").arg(path, problem);
+    const auto description = path.isEmpty()
+        ? QCoreApplication::translate("Record", "The service's answer could not be read: it %1.").arg(problem)
+        : QCoreApplication::translate("Record", "The service's answer could not be read: %1 %2.").arg(path, problem);
     return {Failure::Kind::undecodable, description};
 }
 
