@@ -51,6 +51,8 @@ public:
         const auto reader = std::make_shared<Reader>();
         m_store.m_readers.push_back(reader);
         reader->waiting = waiting;
+        if (m_store.ignoresStops)
+            return;
         reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
     }
 

@@ -47,6 +47,8 @@ public:
 
     /// While the keyring is locked every read waits for `unlock` or for the stop of its flow.
     bool isLocked = false;
+    /// Whether a read waits on when its flow is stopped, as one does that is under way on another thread.
+    bool ignoresStops = false;
     /// Called by `unlock`, in the order of the reads.
     void unlock();
     bool refusesWrites = false;

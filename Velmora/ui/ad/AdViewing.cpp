@@ -68,7 +68,7 @@ void AdViewing::cancel()
 QCoro::Task<> AdViewing::startAndCountdown(std::stop_token stop)
 {
     const auto verdict = co_await watch(stop);
-    if (isOver(stop) || (!verdict && verdict.error().isCancellation()))
+    if (stop.stop_requested() || dismissed() || (!verdict && verdict.error().isCancellation()))
         co_return;
     if (verdict)
         completed = verdict->completed;
@@ -81,14 +81,14 @@ QCoro::Task<> AdViewing::startAndCountdown(std::stop_token stop)
 QCoro::Task<Result<CompletionResponse>> AdViewing::watch(std::stop_token stop)
 {
     const auto started = co_await m_api.startSession(m_ad, m_anonymousMode, stop);
-    if (isOver(stop))
+    if (stop.stop_requested() || dismissed())
         co_return failed(Failure::Kind::cancelled);
     if (!started)
         co_return std::unexpected(started.error());
     session = *started;
     while (remaining() >= 1) {
         co_await m_clock.sleep(kTick, stop);
-        if (isOver(stop))
+        if (stop.stop_requested() || dismissed())
             co_return failed(Failure::Kind::cancelled);
         remaining = remaining() - 1;
     }
@@ -99,7 +99,7 @@ QCoro::Task<Result<CompletionResponse>> AdViewing::watch(std::stop_token stop)
 QCoro::Task<> AdViewing::closeAfterCompletionGracePeriod(std::stop_token stop)
 {
     co_await m_clock.sleep(kGracePeriod, stop);
-    if (!isOver(stop))
+    if (!stop.stop_requested() && !dismissed())
         m_actions.close();
 }
 
@@ -128,12 +128,6 @@ void AdViewing::dismiss()
 {
     dismissed = true;
     m_actions.dismiss();
-}
-
-// A stopped flow may have outlived this object, so the token is asked first.
-bool AdViewing::isOver(const std::stop_token& stop) const
-{
-    return stop.stop_requested() || dismissed();
 }
 
 } // namespace orvella

@@ -63,7 +63,6 @@ private:
     QCoro::Task<Result<CompletionResponse>> watch(std::stop_token stop);
     QCoro::Task<> closeAfterCompletionGracePeriod(std::stop_token stop);
     void openPage(const QString& address);
-    [[nodiscard]] bool isOver(const std::stop_token& stop) const;
 
     AvailableAd m_ad;
     APIClient& m_api;
@@ -72,6 +71,7 @@ private:
     Browser& m_browser;
     Actions m_actions;
     bool m_hasStarted = false;
+    /// Ends with the panel. A flow may come back after this object has gone, so it asks its token before anything else.
     std::stop_source m_view;
     /// A click-through outlives the panel, not this object.
     std::stop_source m_lifetime;

@@ -2,6 +2,7 @@
 
 #include "api/APIClient.h"
 #include "api/Endpoints.h"
+#include "core/Keychain.h"
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
@@ -372,6 +373,40 @@ private Q_SLOTS:
         QCOMPARE(world.closings, 0);
         world.platform.clock.advance(1ns);
         QCOMPARE(world.closings, 1);
+    }
+
+    void aKeyringThatAnswersAfterTheViewingHasGoneStartsNothing()
+    {
+        World world;
+        world.platform.secrets.put(Keychain::kService, "token");
+        world.platform.secrets.isLocked = true;
+        world.platform.secrets.ignoresStops = true;
+        world.start();
+
+        world.viewing.reset();
+        world.platform.secrets.unlock();
+        settle();
+
+        QCOMPARE(world.transport.count(endpoints::kSessionStart), 0);
+        QVERIFY(world.finished.empty());
+    }
+
+    void aDismissalEndsTheViewingEvenIfItsOwnerLeavesItOnTheScreen()
+    {
+        World world;
+        world.viewing =
+            std::make_unique<AdViewing>(anAd(), world.api, true, world.platform.clock, world.platform.browser,
+                AdViewing::Actions {
+                    [] {}, [] {}, [] {}, [&world](std::optional<double> cents) { world.finished.push_back(cents); }});
+        world.viewing->start();
+        settle();
+
+        world.viewing->dismiss();
+        world.platform.clock.advance(1min);
+
+        QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
+        QVERIFY(world.finished.empty());
+        QCOMPARE(world.platform.clock.sleepers(), 0U);
     }
 
     void aFailedCompletionFinishesWithNothingAndCloses()
