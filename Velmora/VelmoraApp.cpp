@@ -1,10 +1,11 @@
 #include "VelmoraApp.h"
 
 #include "api/CurlTransport.h"
+#include "app/AppDelegate.h"
 #include "app/CommandLine.h"
-#include "app/StatusBarController.h"
 #include "base/ApplicationId.h"
 #include "base/Version.h"
+#include "platform/Instance.h"
 #include "platform/SystemPlatform.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ QStringList arguments(int argc, char** argv)
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
+    SystemPlatform::prepareProcess();
     // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     const QApplication application(argc, argv);
@@ -46,8 +48,12 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     QApplication::setQuitOnLastWindowClosed(false);
 
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
+    if (!platform.instance().claim())
+        return 0;
     CurlTransport transport;
-    const StatusBarController controller(platform.lend(), transport);
+    AppDelegate delegate(platform.lend(), transport);
+    delegate.applicationDidFinishLaunching();
+    platform.instance().watch([&delegate] { delegate.applicationShouldHandleReopen(); });
     return QApplication::exec();
 }
 

@@ -19,16 +19,24 @@ set(tsan_options suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninst
 # One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
 #
 # LIBRARIES  what it tests
+# PROGRAM    the name of another test, whose program is run once more in other surroundings; there is no own one then
 # DESKTOP    runs it on a virtual desktop with a panel, a session bus and a keyring of its own
+# PANEL, WINDOW_MANAGER  runs it on such a desktop with another panel or window manager; tools/dev/desktop knows which
 # COMMAND    what to start the program with, for example a private session bus; it precedes the program
 # ENVIRONMENT, LABELS, TIMEOUT  as CTest knows them; the label "threads" has it run under the thread sanitizer too
 function(velmora_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "TIMEOUT" "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "PROGRAM;PANEL;WINDOW_MANAGER;TIMEOUT"
+        "LIBRARIES;COMMAND;ENVIRONMENT;LABELS")
     cmake_path(GET name FILENAME file)
-    set(target ${file}Test)
-    add_executable(${target} ${name}Test.cpp)
-    target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} velmora_support Qt6::Test velmora_options)
-    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    if(arg_PROGRAM)
+        cmake_path(GET arg_PROGRAM FILENAME target)
+        string(APPEND target Test)
+    else()
+        set(target ${file}Test)
+        add_executable(${target} ${name}Test.cpp)
+        target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} velmora_support Qt6::Test velmora_options)
+        set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    endif()
     set(environment
         LC_ALL=C.UTF-8
         QT_QPA_PLATFORM=offscreen
@@ -39,9 +47,16 @@ function(velmora_test name)
         http_proxy= https_proxy= HTTPS_PROXY= all_proxy= ALL_PROXY= no_proxy= NO_PROXY=
         ${arg_ENVIRONMENT}
     )
-    if(arg_DESKTOP)
+    if(arg_DESKTOP OR arg_PANEL OR arg_WINDOW_MANAGER)
+        set(desktop ${CMAKE_SOURCE_DIR}/tools/dev/desktop)
+        if(arg_PANEL)
+            list(APPEND desktop --panel ${arg_PANEL})
+        endif()
+        if(arg_WINDOW_MANAGER)
+            list(APPEND desktop --window-manager ${arg_WINDOW_MANAGER})
+        endif()
         # The desktop starts from an empty environment.
-        set(arg_COMMAND ${CMAKE_SOURCE_DIR}/tools/dev/desktop ${CMAKE_BINARY_DIR}/desktop/${file}
+        set(arg_COMMAND ${desktop} ${CMAKE_BINARY_DIR}/desktop/${file}
             env ${environment} QT_QPA_PLATFORM=xcb ${arg_COMMAND})
     endif()
     add_test(NAME ${name} COMMAND ${arg_COMMAND} $<TARGET_FILE:${target}>)

@@ -13,4 +13,9 @@ QUrl ServiceAddress::resolve(const QUrl& base, const QString& path)
     return address;
 }
 
+QUrl ServiceAddress::viewerPage(const QUrl& base)
+{
+    return base.resolved(QUrl(QStringLiteral("/viewer"), QUrl::StrictMode));
+}
+
 } // namespace orvella

@@ -40,10 +40,21 @@ std::optional<QString> OverlaySettings::string(const QString& key) const
     return value ? std::optional(*value) : std::nullopt;
 }
 
+bool OverlaySettings::contains(const QString& key) const
+{
+    return m_values.contains(key) || m_below.contains(key);
+}
+
 void OverlaySettings::setBoolean(const QString& key, bool value)
 {
     m_values.erase(key);
     m_below.setBoolean(key, value);
+}
+
+void OverlaySettings::setInteger(const QString& key, qint64 value)
+{
+    m_values.erase(key);
+    m_below.setInteger(key, value);
 }
 
 } // namespace orvella

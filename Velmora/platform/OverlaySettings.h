@@ -29,7 +29,9 @@ public:
 
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const override;
     [[nodiscard]] std::optional<QString> string(const QString& key) const override;
+    [[nodiscard]] bool contains(const QString& key) const override;
     void setBoolean(const QString& key, bool value) override;
+    void setInteger(const QString& key, qint64 value) override;
 
 private:
     SettingsStore& m_below;

@@ -4,13 +4,17 @@ namespace orvella {
 
 class Browser;
 class Clock;
+class DesktopLook;
 class Device;
+class ForegroundFacts;
 class LoginItem;
 class RunningApplications;
 class SecretStore;
 class SettingsStore;
 class StatusItem;
+class Updater;
 class ViewerLocale;
+class WindowSystem;
 
 /// The services of the system that the program runs on, lent for its whole life.
 struct Platform {
@@ -23,6 +27,10 @@ struct Platform {
     RunningApplications& applications;
     Browser& browser;
     StatusItem& statusItem;
+    WindowSystem& windows;
+    DesktopLook& look;
+    ForegroundFacts& foreground;
+    Updater& updater;
 };
 
 } // namespace orvella

@@ -14,8 +14,12 @@ public:
     [[nodiscard]] virtual std::optional<bool> boolean(const QString& key) const = 0;
     [[nodiscard]] virtual std::optional<QString> string(const QString& key) const = 0;
 
-    /// Stores the value at once and for good.
+    /// Whether there is a value of whatever type.
+    [[nodiscard]] virtual bool contains(const QString& key) const = 0;
+
+    // Both store the value at once and for good.
     virtual void setBoolean(const QString& key, bool value) = 0;
+    virtual void setInteger(const QString& key, qint64 value) = 0;
 };
 
 } // namespace orvella

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QRect>
 #include <QString>
 
 #include <functional>
@@ -26,15 +27,26 @@ struct StatusAppearance {
 /// The program's one item in the desktop's bar.
 class StatusItem {
 public:
+    struct Handlers {
+        /// The item was clicked.
+        std::function<void()> clicked;
+        /// The viewer asks for the item's menu at this place of the desktop.
+        std::function<void(QPoint)> menuRequested;
+    };
+
     virtual ~StatusItem() = default;
 
-    /// Puts the item into the bar, now or as soon as there is one. `clicked` is called for each click.
-    virtual void show(std::function<void()> clicked) = 0;
+    /// Whether the system keeps the item's place among the program's own settings, where it may be seeded.
+    [[nodiscard]] virtual bool keepsPlaceInSettings() const = 0;
+
+    /// Puts the item into the bar, now or as soon as there is one.
+    virtual void show(Handlers handlers) = 0;
 
     virtual void setAppearance(const StatusAppearance& appearance) = 0;
 
-    /// Where the item was last clicked, in screen coordinates; nothing where the bar does not say.
-    [[nodiscard]] virtual std::optional<QPoint> lastClick() const = 0;
+    /// Where the item is on the desktop, as far as the bar says: its rectangle, or the point where it was last clicked
+    /// as a rectangle of one pixel. Nothing where that is not known.
+    [[nodiscard]] virtual std::optional<QRect> place() const = 0;
 };
 
 } // namespace orvella

@@ -11,9 +11,14 @@
 
 namespace orvella {
 
+class Instance;
+
 /// The services of the system that the program was built for. Made once, after the application object.
 class SystemPlatform final {
 public:
+    /// What has to be settled before there is an application object.
+    static void prepareProcess();
+
     /// `profile` is a folder that takes everything that would otherwise lie in the viewer's own places.
     SystemPlatform(const std::optional<QString>& profile, const std::vector<OverlaySettings::Entry>& overlays);
     SystemPlatform(const SystemPlatform&) = delete;
@@ -21,6 +26,9 @@ public:
     ~SystemPlatform();
 
     [[nodiscard]] Platform lend();
+
+    /// Claimed by the program before it does anything.
+    [[nodiscard]] Instance& instance();
 
 private:
     struct Services;

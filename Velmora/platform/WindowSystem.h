@@ -3,10 +3,18 @@
 #include <QPoint>
 
 #include <functional>
+#include <memory>
 
+class QRegion;
 class QWindow;
 
 namespace orvella {
+
+/// Listens as long as it lives.
+class PressWatch {
+public:
+    virtual ~PressWatch() = default;
+};
 
 /// What the session's window system lets a program do with its own windows.
 class WindowSystem {
@@ -22,9 +30,12 @@ public:
     /// Brings a window that the viewer asked for to the front and gives it the keyboard.
     virtual void activate(QWindow& window) = 0;
 
-    /// Calls `pressed` with the place on the desktop whenever a button of the pointer goes down, wherever that is,
-    /// until it is replaced. An empty function ends it; while nobody listens nothing is reported to the program.
-    virtual void watchPresses(std::function<void(QPoint)> pressed) = 0;
+    /// Lets the pointer through everywhere but in this region of a window, given in the window's own coordinates.
+    virtual void setInputRegion(QWindow& window, const QRegion& region) = 0;
+
+    /// Calls `pressed` with the place on the desktop whenever a button of the pointer goes down, wherever that is, as
+    /// long as the watch is kept. While there is none, nothing is reported to the program.
+    [[nodiscard]] virtual std::unique_ptr<PressWatch> watchPresses(std::function<void(QPoint)> pressed) = 0;
 };
 
 } // namespace orvella

@@ -4,13 +4,12 @@
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
+#include "ui/ad/CountdownGauge.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QTest>
-#include <QToolButton>
 
 using namespace orvella;
 using namespace std::chrono_literals;
@@ -43,25 +42,45 @@ struct World {
 
     void click()
     {
-        platform.statusItem.click();
+        platform.statusItem.handlers.clicked();
         settle();
     }
 
     [[nodiscard]] QString description() const { return platform.statusItem.appearances.back().description; }
 };
 
-QWidget* panel()
+QWidget* window(const QString& name)
 {
-    for (auto* const window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == u"adPanel"_s && window->isVisible())
-            return window;
+    for (auto* const candidate : QApplication::topLevelWidgets()) {
+        if (candidate->objectName() == name && candidate->isVisible())
+            return candidate;
     }
     return nullptr;
 }
 
-QString labelText(const QString& name)
+QWidget* panel()
 {
-    return panel()->findChild<QLabel*>(name)->text();
+    return window(u"adPanel"_s);
+}
+
+QWidget* menu()
+{
+    return window(u"menuPanel"_s);
+}
+
+QPushButton* button(QWidget* in, const QString& name)
+{
+    return in->findChild<QPushButton*>(name);
+}
+
+qint64 secondsLeft()
+{
+    return panel()->findChild<CountdownGauge*>()->remaining();
+}
+
+bool isPaid()
+{
+    return panel()->findChild<QLabel*>(u"paid"_s) != nullptr;
 }
 
 } // namespace
@@ -142,13 +161,14 @@ private Q_SLOTS:
             (QStringList {u"Orvella · $0.00 available"_s, u"Orvella · one available"_s, u"Orvella · two available"_s}));
     }
 
-    void aClickWithoutAnOfferOpensNoAd()
+    void aClickWithoutAnOfferOpensTheMenuAndNoAd()
     {
         World world;
         world.start();
 
         world.click();
 
+        QVERIFY(menu());
         QVERIFY(!panel());
         QCOMPARE(world.transport.count(endpoints::kSessionStart), 0);
     }
@@ -160,19 +180,18 @@ private Q_SLOTS:
 
         world.click();
         QVERIFY(panel());
-        QCOMPARE(panel()->findChild<QPushButton*>(u"openAd"_s)->text(), anAd().body);
-        QCOMPARE(labelText(u"progress"_s), u"15 s"_s);
-        QCOMPARE(labelText(u"earnings"_s), u"12 cent"_s);
+        QCOMPARE(secondsLeft(), 15);
+        QVERIFY(!isPaid());
 
         world.platform.clock.advance(8s);
-        QCOMPARE(labelText(u"progress"_s), u"7 s"_s);
+        QCOMPARE(secondsLeft(), 7);
 
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
         auto wallet = aWallet();
         wallet.wallet.availableCents = 649;
         world.transport.answer(endpoints::kWallet, wallet);
         world.platform.clock.advance(7s);
-        QCOMPARE(labelText(u"progress"_s), u"Paid"_s);
+        QVERIFY(isPaid());
         QCOMPARE(world.controller->state().lastEarnedCents(), 12.5);
         QVERIFY(!world.controller->state().availableAd());
         QVERIFY(world.controller->state().isSuppressed(anAd()));
@@ -202,9 +221,8 @@ private Q_SLOTS:
         world.startWithOffer();
         world.click();
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
-        QCOMPARE(panel()->findChild<QToolButton*>(u"close"_s)->toolTip(), u"Dismiss without earning"_s);
 
-        panel()->findChild<QToolButton*>(u"close"_s)->click();
+        button(panel(), u"close"_s)->click();
         world.platform.clock.advance(1min);
 
         QVERIFY(!panel());
@@ -228,58 +246,6 @@ private Q_SLOTS:
         QVERIFY(!panel());
         QVERIFY(world.controller->state().isSuppressed(anAd()));
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
-        QCOMPARE(world.platform.clock.sleepers(), 1U);
-    }
-
-    void thePanelOpensUnderTheClickAndStaysInTheWorkArea_data()
-    {
-        QTest::addColumn<std::optional<QPoint>>("click");
-        QTest::newRow("unknown") << std::optional<QPoint>();
-        QTest::newRow("in the middle") << std::optional(QPoint(400, 10));
-        QTest::newRow("at the left end") << std::optional(QPoint(1, 1));
-        QTest::newRow("at the lower right end") << std::optional(QPoint(799, 799));
-    }
-
-    void thePanelOpensUnderTheClickAndStaysInTheWorkArea()
-    {
-        QFETCH(std::optional<QPoint>, click);
-        World world;
-        world.platform.statusItem.clickedAt = click;
-        world.startWithOffer();
-
-        world.click();
-
-        const auto area = QGuiApplication::primaryScreen()->availableGeometry();
-        const auto place = panel()->geometry();
-        QVERIFY(area.contains(place));
-        QCOMPARE(place.height() >= 44, true);
-        if (!click)
-            QCOMPARE(place.right(), area.right() - 8);
-        else if (*click == QPoint(400, 10))
-            QVERIFY(std::abs(place.center().x() - click->x()) <= 1);
-    }
-
-    void theWidthOfThePanelIsBounded_data()
-    {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("short") << u"Hi"_s << 260;
-        QTest::newRow("long") << u"A long line of words. "_s.repeated(40) << 640;
-    }
-
-    void theWidthOfThePanelIsBounded()
-    {
-        QFETCH(QString, body);
-        QFETCH(int, expected);
-        World world;
-        auto offer = anOffer();
-        offer.ad->body = body;
-        world.transport.answer(endpoints::kAdsAvailable, offer);
-        world.start();
-
-        world.click();
-
-        QCOMPARE(panel()->width(), expected);
     }
 
     void anAdThatEarnedNothingStillRefreshesTheWallet()
@@ -323,8 +289,7 @@ private Q_SLOTS:
         world.click();
 
         QVERIFY(panel());
-        QCOMPARE(panel()->findChild<QPushButton*>(u"openAd"_s)->text(), u"Salt && pepper"_s);
-        QCOMPARE(panel()->findChild<QPushButton*>(u"openAd"_s)->accessibleName(), u"Open ad: Salt & pepper"_s);
+        QCOMPARE(button(panel(), u"openAd"_s)->accessibleName(), u"Open ad: Salt & pepper"_s);
     }
 
     void theAnonymousModeOfTheOpeningIsSent()
@@ -336,6 +301,126 @@ private Q_SLOTS:
         world.click();
 
         QCOMPARE(world.transport.requests(endpoints::kSessionStart).front().body.at(u"anonymousMode"_s), Json(false));
+    }
+
+    void aSecondClickClosesTheMenu()
+    {
+        World world;
+        world.start();
+        world.click();
+
+        world.click();
+
+        QVERIFY(!menu());
+    }
+
+    void aClickClosesTheMenuEvenWhenAnAdHasComeMeanwhile()
+    {
+        World world;
+        world.start();
+        world.click();
+        world.controller->state().availableAd = anAd();
+
+        world.click();
+
+        QVERIFY(!menu());
+        QVERIFY(!panel());
+    }
+
+    void theMenuOpensTheAdAndStays()
+    {
+        World world;
+        world.start();
+        world.click();
+        world.controller->state().availableAd = anAd();
+        settle();
+
+        button(menu(), u"openAd"_s)->click();
+
+        QVERIFY(panel());
+        QVERIFY(menu());
+    }
+
+    void aClickWhileThePanelIsShownDoesNotEvenCloseTheMenu()
+    {
+        World world;
+        world.start();
+        world.click();
+        world.controller->state().availableAd = anAd();
+        settle();
+        button(menu(), u"openAd"_s)->click();
+
+        world.click();
+
+        QVERIFY(panel());
+        QVERIFY(menu());
+    }
+
+    void theMenusActionForAnOfferThatIsGoneShowsTheMenu()
+    {
+        World world;
+        world.start();
+
+        world.controller->showCurrentAd();
+
+        QVERIFY(menu());
+        QVERIFY(!panel());
+    }
+
+    void theUpdaterIsStartedOnceAndAskedByTheMenu()
+    {
+        World world;
+        world.start();
+        QCOMPARE(world.platform.updater.starts, 1);
+        world.click();
+
+        button(menu(), u"checkForUpdates"_s)->click();
+
+        QCOMPARE(world.platform.updater.checks, 1);
+        QCOMPARE(world.platform.updater.starts, 1);
+    }
+
+    void aPanelThatTheViewerOpensTakesTheKeyboard()
+    {
+        World world;
+        world.startWithOffer();
+
+        world.click();
+
+        QCOMPARE(world.platform.windows.activated, std::vector {panel()->windowHandle()});
+    }
+
+    void thePlaceOfANewItemIsSeededWhereTheSystemKeepsIt()
+    {
+        FakePlatform platform;
+        platform.statusItem.placeIsASetting = true;
+
+        StatusBarController::prepareStatusItemPlacement(platform.lend());
+
+        QCOMPARE(
+            platform.settings.values.at(u"NSStatusItem Preferred Position OrvellaStatusItem"_s), Json(qint64 {140}));
+        QCOMPARE(platform.settings.values.at(u"NSStatusItem Visible OrvellaStatusItem"_s), Json(true));
+    }
+
+    void aPlaceThatTheViewerChoseIsLeftAlone()
+    {
+        FakePlatform platform;
+        platform.statusItem.placeIsASetting = true;
+        platform.settings.values = {{u"NSStatusItem Preferred Position OrvellaStatusItem"_s, u"far left"_s},
+            {u"NSStatusItem Visible OrvellaStatusItem"_s, false}};
+
+        StatusBarController::prepareStatusItemPlacement(platform.lend());
+
+        QVERIFY(platform.settings.writes.isEmpty());
+    }
+
+    void noPlaceIsSeededWhereTheBarKeepsItItself()
+    {
+        FakePlatform platform;
+
+        StatusBarController::prepareStatusItemPlacement(platform.lend());
+
+        QVERIFY(platform.settings.writes.isEmpty());
     }
 
     void endingInTheMiddleOfAnAdLeavesNothingWaiting()

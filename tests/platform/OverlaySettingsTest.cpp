@@ -22,9 +22,17 @@ public:
         return found == strings.end() ? std::nullopt : std::optional(found->second);
     }
 
+    [[nodiscard]] bool contains(const QString& key) const override
+    {
+        return booleans.contains(key) || strings.contains(key) || integers.contains(key);
+    }
+
     void setBoolean(const QString& key, bool value) override { booleans.insert_or_assign(key, value); }
 
+    void setInteger(const QString& key, qint64 value) override { integers.insert_or_assign(key, value); }
+
     std::map<QString, bool> booleans;
+    std::map<QString, qint64> integers;
     std::map<QString, QString> strings;
 };
 
@@ -131,6 +139,29 @@ private Q_SLOTS:
         store.booleans.clear();
         QCOMPARE(overlay.boolean(u"a"_s), std::nullopt);
         QCOMPARE(overlay.boolean(u"b"_s), true);
+    }
+
+    void whatIsInEitherIsContained()
+    {
+        Store store;
+        store.strings = {{u"below"_s, u"text"_s}};
+
+        const OverlaySettings overlay(store, {{u"above"_s, Json()}});
+
+        QVERIFY(overlay.contains(u"above"_s));
+        QVERIFY(overlay.contains(u"below"_s));
+        QVERIFY(!overlay.contains(u"nowhere"_s));
+    }
+
+    void anIntegerGoesToTheStoreToo()
+    {
+        Store store;
+        OverlaySettings overlay(store, {{u"a"_s, Json(qint64 {1})}});
+
+        overlay.setInteger(u"a"_s, 2);
+
+        QCOMPARE(store.integers, (std::map<QString, qint64> {{u"a"_s, 2}}));
+        QVERIFY(overlay.contains(u"a"_s));
     }
 
     void nothingOfTheOverlayReachesTheStoreByItself()

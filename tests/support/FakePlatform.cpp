@@ -1,5 +1,7 @@
 #include "support/FakePlatform.h"
 
+#include <QWindow>
+
 #include <utility>
 
 namespace orvella {
@@ -19,6 +21,12 @@ std::optional<QString> FakeSettings::string(const QString& key) const
 }
 
 void FakeSettings::setBoolean(const QString& key, bool value)
+{
+    values.insert_or_assign(key, Json(value));
+    writes.append(key);
+}
+
+void FakeSettings::setInteger(const QString& key, qint64 value)
 {
     values.insert_or_assign(key, Json(value));
     writes.append(key);
@@ -147,6 +155,52 @@ bool FakeBrowser::open(const QUrl& page)
 {
     opened.push_back(page);
     return succeeds;
+}
+
+class FakeWindows::Watch final : public PressWatch {
+public:
+    Watch(std::shared_ptr<Listeners> listeners, int id)
+        : m_listeners(std::move(listeners))
+        , m_id(id)
+    {
+    }
+
+    ~Watch() override { m_listeners->erase(m_id); }
+
+private:
+    std::shared_ptr<Listeners> m_listeners;
+    int m_id;
+};
+
+void FakeWindows::activate(QWindow& window)
+{
+    activated.push_back(&window);
+    window.requestActivate();
+}
+
+void FakeWindows::setInputRegion(QWindow& /*window*/, const QRegion& region)
+{
+    inputRegion = region;
+}
+
+std::unique_ptr<PressWatch> FakeWindows::watchPresses(std::function<void(QPoint)> pressed)
+{
+    const auto id = m_nextListener++;
+    m_listeners->emplace(id, std::move(pressed));
+    return std::make_unique<Watch>(m_listeners, id);
+}
+
+void FakeWindows::press(QPoint place)
+{
+    // A listener may go while it is called.
+    for (const auto& [id, listener] : Listeners(*m_listeners))
+        listener(place);
+}
+
+std::optional<bool> FakeForeground::isScreenLocked() const
+{
+    ++readings;
+    return locked;
 }
 
 } // namespace orvella

@@ -1,18 +1,23 @@
 #pragma once
 
 #include "platform/Browser.h"
+#include "platform/DesktopLook.h"
 #include "platform/Device.h"
+#include "platform/ForegroundFacts.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
 #include "platform/RunningApplications.h"
 #include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
 #include "platform/StatusItem.h"
+#include "platform/Updater.h"
 #include "platform/ViewerLocale.h"
+#include "platform/WindowSystem.h"
 #include "support/FakeClock.h"
 
 #include "base/Json.h"
 
+#include <QRegion>
 #include <QStringList>
 
 namespace orvella {
@@ -22,7 +27,9 @@ class FakeSettings final : public SettingsStore {
 public:
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const override;
     [[nodiscard]] std::optional<QString> string(const QString& key) const override;
+    [[nodiscard]] bool contains(const QString& key) const override { return values.contains(key); }
     void setBoolean(const QString& key, bool value) override;
+    void setInteger(const QString& key, qint64 value) override;
 
     std::map<QString, Json> values;
     /// The keys in the order in which they were written.
@@ -112,15 +119,94 @@ public:
 
 class FakeStatusItem final : public StatusItem {
 public:
-    void show(std::function<void()> clicked) override { click = std::move(clicked); }
+    [[nodiscard]] bool keepsPlaceInSettings() const override { return placeIsASetting; }
+
+    void show(Handlers given) override { handlers = std::move(given); }
 
     void setAppearance(const StatusAppearance& appearance) override { appearances.push_back(appearance); }
 
-    [[nodiscard]] std::optional<QPoint> lastClick() const override { return clickedAt; }
+    [[nodiscard]] std::optional<QRect> place() const override { return placed; }
 
-    std::function<void()> click;
-    std::optional<QPoint> clickedAt;
+    Handlers handlers;
+    bool placeIsASetting = false;
+    std::optional<QRect> placed;
     std::vector<StatusAppearance> appearances;
+};
+
+/// A window system that puts windows where they want to be, without a compositor.
+class FakeWindows final : public WindowSystem {
+public:
+    [[nodiscard]] bool isCompositing() const override { return composites; }
+
+    [[nodiscard]] bool placesWindows() const override { return places; }
+
+    void activate(QWindow& window) override;
+    void setInputRegion(QWindow& window, const QRegion& region) override;
+    [[nodiscard]] std::unique_ptr<PressWatch> watchPresses(std::function<void(QPoint)> pressed) override;
+
+    /// Presses a button of the pointer there.
+    void press(QPoint place);
+    [[nodiscard]] std::size_t watches() const { return m_listeners->size(); }
+
+    bool composites = false;
+    bool places = true;
+    /// In the order in which they were given the keyboard.
+    std::vector<QWindow*> activated;
+    QRegion inputRegion;
+
+private:
+    using Listeners = std::map<int, std::function<void(QPoint)>>;
+    class Watch;
+
+    std::shared_ptr<Listeners> m_listeners = std::make_shared<Listeners>();
+    int m_nextListener = 0;
+};
+
+class FakeLook final : public DesktopLook {
+public:
+    [[nodiscard]] Scheme scheme() const override { return current; }
+
+    [[nodiscard]] bool isHighContrast() const override { return highContrast; }
+
+    [[nodiscard]] bool isMotionReduced() const override { return motionReduced; }
+
+    [[nodiscard]] double textScale() const override { return scale; }
+
+    void watch(std::function<void()> listener) override { changed = std::move(listener); }
+
+    Scheme current = Scheme::light;
+    bool highContrast = false;
+    bool motionReduced = true;
+    double scale = 1;
+    std::function<void()> changed;
+};
+
+class FakeForeground final : public ForegroundFacts {
+public:
+    [[nodiscard]] std::optional<bool> isScreenLocked() const override;
+
+    [[nodiscard]] std::optional<qint64> frontApplication() const override { return front; }
+
+    [[nodiscard]] std::optional<std::vector<ScreenWindow>> windows() const override { return onScreen; }
+
+    [[nodiscard]] std::vector<QSizeF> screens() const override { return screenSizes; }
+
+    std::optional<bool> locked;
+    std::optional<qint64> front;
+    std::optional<std::vector<ScreenWindow>> onScreen = std::vector<ScreenWindow>();
+    std::vector<QSizeF> screenSizes {{1440, 900}};
+    /// How often a decision began.
+    mutable int readings = 0;
+};
+
+class FakeUpdater final : public Updater {
+public:
+    void start() override { ++starts; }
+
+    void checkForUpdates() override { ++checks; }
+
+    int starts = 0;
+    int checks = 0;
 };
 
 /// Every service of the system, under the test's control.
@@ -134,10 +220,15 @@ struct FakePlatform {
     FakeApplications applications;
     FakeBrowser browser;
     FakeStatusItem statusItem;
+    FakeWindows windows;
+    FakeLook look;
+    FakeForeground foreground;
+    FakeUpdater updater;
 
     [[nodiscard]] Platform lend()
     {
-        return {clock, settings, secrets, loginItem, locale, device, applications, browser, statusItem};
+        return {clock, settings, secrets, loginItem, locale, device, applications, browser, statusItem, windows, look,
+            foreground, updater};
     }
 };
 

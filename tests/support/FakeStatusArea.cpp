@@ -84,6 +84,8 @@ QDBusMessage FakeStatusArea::call(const QString& item, const QString& method, co
 void FakeStatusArea::RegisterStatusNotifierItem(const QString& service)
 {
     m_items.append(service);
+    if (m_registered)
+        m_registered();
     if (m_refuses)
         sendErrorReply(QDBusError::UnknownObject, u"not ready"_s);
 }

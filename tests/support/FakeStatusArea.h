@@ -8,6 +8,9 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+#include <utility>
+
 namespace orvella {
 
 /// A desktop's status area on the session bus: it lists the items that register and talks to them as a panel does. It
@@ -27,6 +30,9 @@ public:
     [[nodiscard]] bool start();
     /// Answers the next registrations with an error, as a watcher that has its name but is not ready yet.
     void refuse(bool refuses) { m_refuses = refuses; }
+    /// Calls this whenever an item registers, at that very moment.
+    void whenRegistered(std::function<void()> registered) { m_registered = std::move(registered); }
+
     /// Says that a panel has come that shows items.
     void announceHost();
     /// Goes away, as a panel that ends or crashes.
@@ -60,6 +66,7 @@ private:
     QDBusConnection m_bus;
     QStringList m_items;
     QStringList m_signals;
+    std::function<void()> m_registered;
     bool m_refuses = false;
 };
 

@@ -3,11 +3,23 @@
 #include <QDir>
 #include <QProcess>
 
+#include <cstdlib>
 #include <span>
 
 namespace orvella::VirtualDesktop {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isNearly(QRgb pixel, QRgb colour)
+{
+    constexpr int kMostOff = 16;
+    return std::abs(qRed(pixel) - qRed(colour)) <= kMostOff && std::abs(qGreen(pixel) - qGreen(colour)) <= kMostOff
+        && std::abs(qBlue(pixel) - qBlue(colour)) <= kMostOff;
+}
+
+} // namespace
 
 QImage screenshot(const QRect& area)
 {
@@ -25,7 +37,7 @@ std::optional<QRect> find(const QImage& picture, const QColor& colour)
     for (int y = 0; y < pixels.height(); ++y) {
         const std::span line(reinterpret_cast<const QRgb*>(pixels.constScanLine(y)), std::size_t(pixels.width()));
         for (std::size_t x = 0; x < line.size(); ++x)
-            if (line[x] == colour.rgb())
+            if (isNearly(line[x], colour.rgb()))
                 found |= QRect(static_cast<int>(x), y, 1, 1);
     }
     if (found.isNull())

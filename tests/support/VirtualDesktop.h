@@ -16,7 +16,8 @@ namespace orvella::VirtualDesktop {
 /// folder as screenshot.png.
 [[nodiscard]] QImage screenshot(const QRect& area);
 
-/// The smallest rectangle with all pixels of exactly this colour; nothing where there is none.
+/// The smallest rectangle with all pixels of this colour, give or take what rounding does to edges that are nearly
+/// opaque; nothing where there is none.
 [[nodiscard]] std::optional<QRect> find(const QImage& picture, const QColor& colour);
 
 /// Moves the real pointer there and presses and releases a button, 1 being the left one.

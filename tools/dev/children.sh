@@ -39,3 +39,10 @@ within() {
         sleep 0.1
     done
 }
+
+# Runs a command with the caller's standard input. In the background, so that a signal ends it at once.
+run_to_its_end() {
+    "$@" <&0 &
+    children+=($!)
+    wait $!
+}

@@ -69,6 +69,12 @@ void FileSettingsStore::setBoolean(const QString& key, bool value)
     write();
 }
 
+void FileSettingsStore::setInteger(const QString& key, qint64 value)
+{
+    m_values.insert_or_assign(key, Json(value));
+    write();
+}
+
 void FileSettingsStore::load()
 {
     const auto path = m_file.target();

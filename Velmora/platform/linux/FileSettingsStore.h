@@ -20,7 +20,9 @@ public:
 
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const override;
     [[nodiscard]] std::optional<QString> string(const QString& key) const override;
+    [[nodiscard]] bool contains(const QString& key) const override { return m_values.contains(key); }
     void setBoolean(const QString& key, bool value) override;
+    void setInteger(const QString& key, qint64 value) override;
 
 private:
     void load();

@@ -22,8 +22,14 @@ public:
 
     void activate(QWindow& window) override;
 
+    /// Windows that the desktop places have nothing around them.
+    void setInputRegion(QWindow& /*window*/, const QRegion& /*region*/) override {}
+
     /// Nobody tells a Wayland program of presses outside its windows.
-    void watchPresses(std::function<void(QPoint)>) override {}
+    [[nodiscard]] std::unique_ptr<PressWatch> watchPresses(std::function<void(QPoint)> /*pressed*/) override
+    {
+        return std::make_unique<PressWatch>();
+    }
 
 private:
     Kind m_kind;

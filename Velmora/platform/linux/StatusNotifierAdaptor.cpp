@@ -1,6 +1,7 @@
 #include "platform/linux/StatusNotifierAdaptor.h"
 
 #include <QDBusMetaType>
+#include <QGuiApplication>
 
 #include <utility>
 
@@ -18,9 +19,11 @@ StatusNotifierAdaptor::StatusNotifierAdaptor(QObject* item, QString id, Handlers
     qDBusRegisterMetaType<StatusToolTip>();
 }
 
-void StatusNotifierAdaptor::setIcon(const StatusPixmaps& icon)
+void StatusNotifierAdaptor::setIcon(const QString& name, const StatusPixmaps& icon)
 {
-    if (std::exchange(m_icon, icon) != icon)
+    const bool isRenamed = std::exchange(m_iconName, name) != name;
+    const bool isRedrawn = std::exchange(m_icon, icon) != icon;
+    if (isRenamed || isRedrawn)
         Q_EMIT NewIcon();
 }
 
@@ -44,6 +47,11 @@ void StatusNotifierAdaptor::setDescription(const QString& description)
     Q_EMIT NewToolTip();
 }
 
+QString StatusNotifierAdaptor::title() const
+{
+    return m_description.isEmpty() ? QGuiApplication::applicationDisplayName() : m_description;
+}
+
 QString StatusNotifierAdaptor::category() const
 {
     return u"ApplicationStatus"_s;
@@ -64,15 +72,18 @@ void StatusNotifierAdaptor::Activate(int x, int y)
     m_handlers.activate({x, y});
 }
 
-void StatusNotifierAdaptor::SecondaryActivate(int, int) {}
+void StatusNotifierAdaptor::ContextMenu(int x, int y)
+{
+    m_handlers.contextMenu({x, y});
+}
 
-void StatusNotifierAdaptor::ContextMenu(int, int) {}
+void StatusNotifierAdaptor::SecondaryActivate(int, int) {}
 
 void StatusNotifierAdaptor::Scroll(int, const QString&) {}
 
 void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token)
 {
-    m_handlers.takeActivationToken(token);
+    m_handlers.receiveActivationToken(token);
 }
 
 } // namespace orvella

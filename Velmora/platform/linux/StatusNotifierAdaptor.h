@@ -14,8 +14,9 @@ namespace orvella {
 
 /// The status item as the bars see it on the session bus: the interface org.kde.StatusNotifierItem.
 ///
-/// A bar is told of a change only when there is one. There is no menu, and the property XAyatanaLabel is left out on
-/// purpose: the MATE panel hides the icon of every item that has it.
+/// A bar is told of a change only when there is one. There is no menu object, because with one some bars open the menu
+/// on every click; and the property XAyatanaLabel is left out on purpose, because the MATE panel hides the icon of
+/// every item that has it.
 ///
 /// https://www.freedesktop.org/wiki/Specifications/StatusNotifierItem/
 class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
@@ -24,11 +25,11 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
 
     Q_PROPERTY(QString Category READ category)
     Q_PROPERTY(QString Id READ id)
-    Q_PROPERTY(QString Title READ description)
+    Q_PROPERTY(QString Title READ title)
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
-    Q_PROPERTY(QString IconName READ noName)
+    Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(QString IconThemePath READ noName)
     Q_PROPERTY(orvella::StatusPixmaps IconPixmap READ icon)
     Q_PROPERTY(QString OverlayIconName READ noName)
@@ -43,14 +44,17 @@ public:
     struct Handlers {
         /// The item was clicked, where the bar says.
         std::function<void(QPoint)> activate;
+        /// The viewer asks for the item's menu, where the bar says.
+        std::function<void(QPoint)> contextMenu;
         /// The right to bring a window to the front, for the click that follows.
-        std::function<void(QString)> takeActivationToken;
+        std::function<void(const QString&)> receiveActivationToken;
     };
 
     /// `item` is the object on the bus; `id` is the program's identifier.
     StatusNotifierAdaptor(QObject* item, QString id, Handlers handlers);
 
-    void setIcon(const StatusPixmaps& icon);
+    /// Bars prefer the icon of that name in their theme; the pictures are for an empty name and for all others.
+    void setIcon(const QString& name, const StatusPixmaps& icon);
     void setAttentionIcon(const StatusPixmaps& icon);
     void setNeedsAttention(bool needsAttention);
     void setDescription(const QString& description);
@@ -59,13 +63,16 @@ public:
 
     [[nodiscard]] QString id() const { return m_id; }
 
-    [[nodiscard]] QString description() const { return m_description; }
+    /// Never empty: some bars show an item without a title as a blank.
+    [[nodiscard]] QString title() const;
 
     [[nodiscard]] QString status() const;
 
     [[nodiscard]] int windowId() const { return 0; }
 
     [[nodiscard]] bool itemIsMenu() const { return false; }
+
+    [[nodiscard]] QString iconName() const { return m_iconName; }
 
     [[nodiscard]] QString noName() const { return {}; }
 
@@ -97,6 +104,7 @@ private:
     Handlers m_handlers;
     QString m_description;
     bool m_needsAttention = false;
+    QString m_iconName;
     StatusPixmaps m_icon;
     StatusPixmaps m_attentionIcon;
 };

@@ -1,9 +1,10 @@
 #include "platform/linux/StatusNotifierItem.h"
 
 #include "platform/linux/ClickPosition.h"
-#include "platform/linux/TrayGlyph.h"
+#include "platform/linux/StatusPictures.h"
 
 #include <QCursor>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -22,12 +23,11 @@ constexpr auto kItemPath = "/StatusNotifierItem"_L1;
 constexpr auto kWatcherPath = "/StatusNotifierWatcher"_L1;
 constexpr auto kWatcherService = "org.kde.StatusNotifierWatcher"_L1;
 
-/// The sizes of all usual bars, at one and two device pixels for each logical one, so that none has to scale.
-StatusPixmaps pictures(TrayGlyph glyph, const QColor& colour)
+StatusPixmaps pixmaps(const QList<QImage>& pictures)
 {
     StatusPixmaps result;
-    for (const int pixels : {16, 22, 24, 32, 44, 48, 64})
-        result.append(StatusPixmap::fromImage(drawTrayGlyph(glyph, pixels, colour)));
+    for (const auto& picture : pictures)
+        result.append(StatusPixmap::fromImage(picture));
     return result;
 }
 
@@ -49,16 +49,19 @@ std::optional<QPoint> pointerPosition()
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, QString id)
+StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, Identity identity, ActivationTokens& tokens)
     : m_bus(std::move(bus))
-    , m_adaptor(new StatusNotifierAdaptor(this, std::move(id),
+    , m_symbolicIcon(std::move(identity.symbolicIcon))
+    , m_adaptor(new StatusNotifierAdaptor(this, std::move(identity.id),
           {
-              .activate = [this](QPoint reported) { activated(reported); },
-              .takeActivationToken = [this](QString token) { m_activationToken = std::move(token); },
+              .activate = [this](QPoint reported) { clicked(reported); },
+              .contextMenu = [this](QPoint reported) { menuRequested(reported); },
+              .receiveActivationToken = [&tokens](const QString& token) { tokens.receive(token); },
           }))
 {
     drawPictures();
     connect(&m_panel, &PanelToneWatch::changed, this, &StatusNotifierItem::drawPictures);
+    connect(&m_screens, &ScreenLayoutWatch::changed, this, [this] { m_lastClick.reset(); });
     connect(&m_watcherOwners, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString&, const QString&, const QString& owner) { registerAt(owner); });
 }
@@ -68,10 +71,14 @@ StatusNotifierItem::~StatusNotifierItem()
     m_bus.unregisterObject(kItemPath);
 }
 
-void StatusNotifierItem::show(std::function<void()> clicked)
+void StatusNotifierItem::show(Handlers handlers)
 {
-    m_clicked = std::move(clicked);
-    if (!m_bus.isConnected() || !m_bus.registerObject(kItemPath, this, QDBusConnection::ExportAdaptors))
+    m_handlers = std::move(handlers);
+    if (!m_bus.isConnected()) {
+        Q_EMIT watcherKnown(false);
+        return;
+    }
+    if (!m_bus.registerObject(kItemPath, this, QDBusConnection::ExportAdaptors))
         return;
     m_watcherOwners.setConnection(m_bus);
     m_watcherOwners.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
@@ -87,23 +94,30 @@ void StatusNotifierItem::setAppearance(const StatusAppearance& appearance)
     refresh();
 }
 
-QString StatusNotifierItem::takeActivationToken()
+std::optional<QRect> StatusNotifierItem::place() const
 {
-    return std::exchange(m_activationToken, {});
+    return m_lastClick.transform([](QPoint point) { return QRect(point, QSize(1, 1)); });
+}
+
+bool StatusNotifierItem::isWatcherThere() const
+{
+    const auto* const bus = m_bus.interface();
+    return bus != nullptr && bus->isServiceRegistered(kWatcherService);
 }
 
 void StatusNotifierItem::drawPictures()
 {
-    m_dollar = pictures(TrayGlyph::dollar, statusColour(StatusAppearance::Tone::label, m_panel.tone()));
-    m_dollarAd = pictures(TrayGlyph::dollarAd, statusColour(StatusAppearance::Tone::green, m_panel.tone()));
+    m_dollar = pixmaps(statusPictures(StatusAppearance::Tone::label, m_panel.tone()));
+    m_dollarAd = pixmaps(statusPictures(StatusAppearance::Tone::green, m_panel.tone()));
     refresh();
 }
 
 void StatusNotifierItem::refresh()
 {
     const bool isGreen = m_appearance.tone == StatusAppearance::Tone::green;
-    // The plain icon is green too: some bars show it whatever the status.
-    m_adaptor->setIcon(isGreen ? m_dollarAd : m_dollar);
+    // The plain icon is green too: some bars show it whatever the status. It has no name then, because a symbolic icon
+    // would get another colour.
+    m_adaptor->setIcon(isGreen ? QString() : m_symbolicIcon, isGreen ? m_dollarAd : m_dollar);
     m_adaptor->setAttentionIcon(m_dollarAd);
     m_adaptor->setNeedsAttention(isGreen);
     m_adaptor->setDescription(m_appearance.description);
@@ -118,14 +132,17 @@ void StatusNotifierItem::findWatcher()
     connect(call, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
         const QDBusPendingReply<QString> owner = *finished;
-        if (owner.isValid())
-            registerAt(owner.value());
+        registerAt(owner.isValid() ? owner.value() : QString());
     });
 }
 
 void StatusNotifierItem::registerAt(const QString& watcher)
 {
-    if (std::exchange(m_watcher, watcher) == watcher || watcher.isEmpty())
+    Q_EMIT watcherKnown(!watcher.isEmpty());
+    if (std::exchange(m_watcher, watcher) == watcher)
+        return;
+    m_lastClick.reset();
+    if (watcher.isEmpty())
         return;
     auto request =
         QDBusMessage::createMethodCall(watcher, kWatcherPath, kWatcherService, u"RegisterStatusNotifierItem"_s);
@@ -139,11 +156,18 @@ void StatusNotifierItem::registerAt(const QString& watcher)
     });
 }
 
-void StatusNotifierItem::activated(QPoint reported)
+void StatusNotifierItem::clicked(QPoint reported)
 {
     m_lastClick = clickPosition(reported, screenAreas(), pointerPosition());
-    if (m_clicked)
-        m_clicked();
+    if (m_handlers.clicked)
+        m_handlers.clicked();
+}
+
+void StatusNotifierItem::menuRequested(QPoint reported)
+{
+    m_lastClick = clickPosition(reported, screenAreas(), pointerPosition());
+    if (m_handlers.menuRequested)
+        m_handlers.menuRequested(m_lastClick.value_or(reported));
 }
 
 } // namespace orvella

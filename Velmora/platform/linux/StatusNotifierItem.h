@@ -1,15 +1,17 @@
 #pragma once
 
 #include "platform/StatusItem.h"
+#include "platform/linux/ActivationTokens.h"
 #include "platform/linux/PanelToneWatch.h"
+#include "platform/linux/ScreenLayoutWatch.h"
 #include "platform/linux/StatusNotifierAdaptor.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
+#include <QPoint>
 #include <QString>
 
-#include <functional>
 #include <optional>
 
 namespace orvella {
@@ -23,41 +25,57 @@ class StatusNotifierItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
-    /// `id` is the program's identifier, the same as that of its desktop entry.
-    StatusNotifierItem(QDBusConnection bus, QString id);
+    /// What the panels know the program by.
+    struct Identity {
+        /// The same as that of its desktop entry.
+        QString id;
+        /// The icon that a panel finds in its theme and draws in the colour of its own text; empty where there is none.
+        QString symbolicIcon;
+    };
+
+    StatusNotifierItem(QDBusConnection bus, Identity identity, ActivationTokens& tokens);
     ~StatusNotifierItem() override;
 
-    void show(std::function<void()> clicked) override;
+    [[nodiscard]] bool keepsPlaceInSettings() const override { return false; }
+
+    void show(Handlers handlers) override;
     void setAppearance(const StatusAppearance& appearance) override;
 
-    [[nodiscard]] std::optional<QPoint> lastClick() const override { return m_lastClick; }
+    /// The point of the last click, until a panel may have moved the item.
+    [[nodiscard]] std::optional<QRect> place() const override;
 
-    /// The right to bring a window to the front that came with the last click; empty where there is none. It is good
-    /// for one window, so it is given out once.
-    [[nodiscard]] QString takeActivationToken();
+    /// Asks the bus and waits for its answer.
+    [[nodiscard]] bool isWatcherThere() const;
+
+Q_SIGNALS:
+    /// Whether there is a watcher to register with, as soon as that is known and after every change. The item registers
+    /// only when all listeners have heard of it.
+    void watcherKnown(bool isThere);
 
 private Q_SLOTS:
-    /// Registers with the watcher that is there, unless it knows the item already.
     void findWatcher();
 
 private:
     void drawPictures();
     void refresh();
+    /// Registers with the watcher of this unique name, unless it knows the item already.
     void registerAt(const QString& watcher);
-    void activated(QPoint reported);
+    void clicked(QPoint reported);
+    void menuRequested(QPoint reported);
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcherOwners;
     PanelToneWatch m_panel;
+    ScreenLayoutWatch m_screens;
+    QString m_symbolicIcon;
     StatusNotifierAdaptor* m_adaptor;
     StatusAppearance m_appearance;
     StatusPixmaps m_dollar;
     StatusPixmaps m_dollarAd;
     /// The unique name of the watcher that knows the item.
     QString m_watcher;
-    std::function<void()> m_clicked;
+    Handlers m_handlers;
     std::optional<QPoint> m_lastClick;
-    QString m_activationToken;
 };
 
 } // namespace orvella

@@ -3,12 +3,19 @@
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
 #include "base/TerminationSignals.h"
+#include "platform/linux/ActivationTokens.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/DBusInstance.h"
+#include "platform/linux/DistributionUpdater.h"
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
+#include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/LinuxDevice.h"
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/LinuxForegroundFacts.h"
+#include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/SessionWindowSystem.h"
+#include "platform/linux/SymbolicIcon.h"
 #include "platform/linux/SystemSecretStore.h"
 #include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XdgBrowser.h"
@@ -32,6 +39,11 @@ QStringList command(const std::optional<QString>& profile)
     return words;
 }
 
+std::optional<QString> absolute(const std::optional<QString>& folder)
+{
+    return folder ? std::optional(QDir().absoluteFilePath(*folder)) : std::nullopt;
+}
+
 /// With a profile the viewer's keyring is left alone.
 std::unique_ptr<SecretStore> secretStore(Clock& clock, const QString& folder, bool hasProfile)
 {
@@ -50,6 +62,10 @@ struct SystemPlatform::Services {
         , secrets(secretStore(clock, directories.state(), profile.has_value()))
         , loginItem(directories.autostart(), command(profile))
         , applications(environment, directories.applications())
+        , statusItem(QDBusConnection::sessionBus(),
+              {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
+        , instance(QDBusConnection::sessionBus(),
+              {absolute(profile), environment, [this](QString token) { activationTokens.receive(std::move(token)); }})
     {
     }
 
@@ -65,8 +81,23 @@ struct SystemPlatform::Services {
     LinuxDevice device;
     X11RunningApplications applications;
     XdgBrowser browser;
-    StatusNotifierItem statusItem {QDBusConnection::sessionBus(), kApplicationId};
+    ActivationTokens activationTokens;
+    LinuxStatusItem statusItem;
+    std::unique_ptr<WindowSystem> windows = sessionWindowSystem([this] { return activationTokens.take(); });
+    LinuxDesktopLook look {QDBusConnection::sessionBus()};
+    LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
+    DistributionUpdater updater;
+    DBusInstance instance;
 };
+
+/// Under Wayland a program may not say where its windows go, so it uses the X server of the session where there is one:
+/// a popover that hangs from nothing would be shown in the middle of the screen, or tiled.
+void SystemPlatform::prepareProcess()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
 
 SystemPlatform::SystemPlatform(
     const std::optional<QString>& profile, const std::vector<OverlaySettings::Entry>& overlays)
@@ -80,7 +111,13 @@ Platform SystemPlatform::lend()
 {
     auto& services = *m_services;
     return {services.clock, services.settings, *services.secrets, services.loginItem, services.locale, services.device,
-        services.applications, services.browser, services.statusItem};
+        services.applications, services.browser, services.statusItem, *services.windows, services.look,
+        services.foreground, services.updater};
+}
+
+Instance& SystemPlatform::instance()
+{
+    return m_services->instance;
 }
 
 } // namespace orvella

@@ -35,47 +35,86 @@ bool isButton(uint32_t detail)
 
 } // namespace
 
+struct X11Presses::Listeners {
+    /// Null once it is gone.
+    X11Presses* presses = nullptr;
+    std::map<int, std::function<void(QPoint)>> functions;
+    int next = 0;
+};
+
+class X11Presses::Watch final : public PressWatch {
+public:
+    Watch(std::shared_ptr<Listeners> listeners, std::function<void(QPoint)> pressed)
+        : m_listeners(std::move(listeners))
+        , m_id(m_listeners->next++)
+    {
+        m_listeners->functions.emplace(m_id, std::move(pressed));
+        m_listeners->presses->select();
+    }
+
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+    ~Watch() override
+    {
+        m_listeners->functions.erase(m_id);
+        if (m_listeners->presses != nullptr)
+            m_listeners->presses->select();
+    }
+
+private:
+    std::shared_ptr<Listeners> m_listeners;
+    int m_id;
+};
+
 X11Presses::X11Presses(const X11Display& display)
     : m_display(display)
     , m_extension(inputExtension(display.connection))
+    , m_listeners(std::make_shared<Listeners>())
 {
+    m_listeners->presses = this;
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 X11Presses::~X11Presses()
 {
-    watch({});
+    m_listeners->presses = nullptr;
+    m_listeners->functions.clear();
+    select();
 }
 
-void X11Presses::watch(std::function<void(QPoint)> pressed)
+std::unique_ptr<PressWatch> X11Presses::watch(std::function<void(QPoint)> pressed)
 {
-    m_pressed = std::move(pressed);
-    const bool isWanted = m_pressed != nullptr;
-    if (m_extension != 0 && std::exchange(m_isSelected, isWanted) != isWanted)
-        select(isWanted ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0);
+    return std::make_unique<Watch>(m_listeners, std::move(pressed));
 }
 
 bool X11Presses::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     const auto* const event = static_cast<const xcb_ge_generic_event_t*>(message);
-    if (!m_pressed || event->response_type != XCB_GE_GENERIC || event->extension != m_extension
+    if (!m_isSelected || event->response_type != XCB_GE_GENERIC || event->extension != m_extension
         || event->event_type != XCB_INPUT_RAW_BUTTON_PRESS)
         return false;
     const auto* const press = static_cast<const xcb_input_raw_button_press_event_t*>(message);
-    if (isButton(press->detail)) {
-        // A copy, because the listener may end or replace itself.
-        const auto pressed = m_pressed;
-        pressed(QCursor::pos());
+    if (!isButton(press->detail))
+        return false;
+    // A listener may end itself or another one inside its call.
+    const auto listeners = m_listeners;
+    for (const auto& [id, function] : std::map(listeners->functions)) {
+        if (listeners->functions.contains(id))
+            function(QCursor::pos());
     }
     return false;
 }
 
-void X11Presses::select(quint32 events)
+void X11Presses::select()
 {
+    const bool isWanted = !m_listeners->functions.empty();
+    if (m_extension == 0 || std::exchange(m_isSelected, isWanted) == isWanted)
+        return;
     struct {
         xcb_input_event_mask_t head;
         uint32_t events;
-    } const mask {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, events};
+    } const mask {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, isWanted ? uint32_t {XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS} : 0};
     // Qt's own choice on this window is for other devices, so neither replaces the other's.
     xcb_input_xi_select_events(m_display.connection, m_display.root, 1, &mask.head);
     xcb_flush(m_display.connection);

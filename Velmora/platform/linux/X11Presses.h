@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/WindowSystem.h"
 #include "platform/linux/X11Display.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPoint>
 
 #include <functional>
+#include <map>
+#include <memory>
 
 namespace orvella {
 
@@ -20,18 +23,22 @@ public:
     X11Presses& operator=(const X11Presses&) = delete;
     ~X11Presses() override;
 
-    /// An empty function ends it. The server reports nothing to the program while nobody listens.
-    void watch(std::function<void(QPoint)> pressed);
+    /// The server reports nothing to the program while nobody listens.
+    [[nodiscard]] std::unique_ptr<PressWatch> watch(std::function<void(QPoint)> pressed);
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private:
-    void select(quint32 events);
+    /// Survives in the watches, which may outlive this object.
+    struct Listeners;
+    class Watch;
+
+    void select();
 
     X11Display m_display;
     quint8 m_extension = 0;
     bool m_isSelected = false;
-    std::function<void(QPoint)> m_pressed;
+    std::shared_ptr<Listeners> m_listeners;
 };
 
 } // namespace orvella

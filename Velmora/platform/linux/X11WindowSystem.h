@@ -20,7 +20,12 @@ public:
 
     void activate(QWindow& window) override { m_activation.activate(window); }
 
-    void watchPresses(std::function<void(QPoint)> pressed) override { m_presses.watch(std::move(pressed)); }
+    void setInputRegion(QWindow& window, const QRegion& region) override;
+
+    [[nodiscard]] std::unique_ptr<PressWatch> watchPresses(std::function<void(QPoint)> pressed) override
+    {
+        return m_presses.watch(std::move(pressed));
+    }
 
 private:
     X11Display m_display;

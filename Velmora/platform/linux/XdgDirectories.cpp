@@ -19,7 +19,7 @@ QString folder(const QProcessEnvironment& environment, const QString& name, cons
     return QDir::cleanPath(isAbsolute(value) ? value : otherwise);
 }
 
-QStringList applicationFolders(const QProcessEnvironment& environment, const QString& dataHome)
+QStringList dataFolders(const QProcessEnvironment& environment, const QString& dataHome)
 {
     QStringList folders {dataHome};
     for (const auto& folder : environment.value(u"XDG_DATA_DIRS"_s).split(u':')) {
@@ -28,8 +28,6 @@ QStringList applicationFolders(const QProcessEnvironment& environment, const QSt
     }
     if (folders.size() == 1)
         folders += {u"/usr/local/share"_s, u"/usr/share"_s};
-    for (auto& folder : folders)
-        folder += u"/applications"_s;
     return folders;
 }
 
@@ -41,7 +39,10 @@ XdgDirectories::XdgDirectories(const QProcessEnvironment& environment, const std
     const auto configHome = folder(environment, u"XDG_CONFIG_HOME"_s, home + u"/.config"_s);
     const auto stateHome = folder(environment, u"XDG_STATE_HOME"_s, home + u"/.local/state"_s);
     const auto dataHome = folder(environment, u"XDG_DATA_HOME"_s, home + u"/.local/share"_s);
-    m_applications = applicationFolders(environment, dataHome);
+    for (const auto& data : dataFolders(environment, dataHome)) {
+        m_applications.append(data + u"/applications"_s);
+        m_icons.append(data + u"/icons"_s);
+    }
 
     const auto own =
         profile ? std::optional(QDir::cleanPath(QDir::current().absoluteFilePath(*profile))) : std::nullopt;

@@ -32,12 +32,16 @@ public:
     /// computer's, whatever the profile.
     [[nodiscard]] const QStringList& applications() const { return m_applications; }
 
+    /// The folders with icon themes, in the same order and the computer's too.
+    [[nodiscard]] const QStringList& icons() const { return m_icons; }
+
 private:
     QString m_config;
     QString m_state;
     QString m_data;
     QString m_autostart;
     QStringList m_applications;
+    QStringList m_icons;
 };
 
 } // namespace orvella

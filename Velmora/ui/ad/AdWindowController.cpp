@@ -1,61 +1,30 @@
 #include "ui/ad/AdWindowController.h"
 
-#include "platform/Platform.h"
+#include "platform/StatusItem.h"
+#include "ui/ad/AdDisclosure.h"
 #include "ui/ad/AdWindowView.h"
-
-#include <QBoxLayout>
-#include <QEvent>
-#include <QFrame>
-#include <QGuiApplication>
-#include <QScreen>
-
-#include <algorithm>
+#include "ui/popover/StatusItemAnchor.h"
 
 namespace orvella {
 
+using namespace std::chrono_literals;
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-constexpr int kLeastWidth = 260;
-constexpr int kGreatestWidth = 640;
-constexpr int kMargin = 8;
-
-std::unique_ptr<QFrame> panel(AdViewing& viewing)
-{
-    auto frame = std::make_unique<QFrame>(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-    frame->setFrameShape(QFrame::Box);
-    frame->setObjectName(QStringLiteral("adPanel"));
-    frame->setWindowTitle(QStringLiteral("Orvella"));
-    auto* const layout = new QVBoxLayout(frame.get());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new AdWindowView(viewing));
-    frame->setFixedWidth(std::clamp(frame->sizeHint().width(), kLeastWidth, kGreatestWidth));
-    return frame;
-}
-
-/// Where a window of this size goes: centred on the anchor and inside the work area, else in its top right corner.
-QPoint place(QSize size, std::optional<QPoint> anchor)
-{
-    const auto* const screen = anchor ? QGuiApplication::screenAt(*anchor) : nullptr;
-    const auto* const home = screen ? screen : QGuiApplication::primaryScreen();
-    if (!home)
-        return {};
-    const auto area = home->availableGeometry().adjusted(kMargin, kMargin, -kMargin, -kMargin);
-    const int rightmost = std::max(area.left(), area.right() + 1 - size.width());
-    const int lowest = std::max(area.top(), area.bottom() + 1 - size.height());
-    if (!screen)
-        return {rightmost, area.top()};
-    return {std::clamp(anchor->x() - size.width() / 2, area.left(), rightmost),
-        std::clamp(anchor->y(), area.top(), lowest)};
-}
+/// What the system takes to bring the browser to the front.
+constexpr auto kRestoreDelay = 250ms;
 
 } // namespace
 
-AdWindowController::AdWindowController(
-    const AvailableAd& ad, APIClient& api, bool anonymousMode, const Platform& platform, OwnerActions actions)
-    : m_actions(std::move(actions))
+AdWindowController::AdWindowController(const Look& look, const AvailableAd& ad, APIClient& api, bool anonymousMode,
+    const Platform& platform, OwnerActions actions)
+    : m_look(look)
+    , m_platform(platform)
+    , m_actions(std::move(actions))
     , m_viewing(ad, api, anonymousMode, platform.clock, platform.browser,
           {
-              .keepOpenAfterLink = [] {},
+              .keepOpenAfterLink = [this] { restoreAfterExternalOpen(); },
               .dismiss =
                   [this] {
                       m_actions.onDismiss();
@@ -65,38 +34,104 @@ AdWindowController::AdWindowController(
               .onFinished = [this](std::optional<double> cents) { m_actions.onFinished(cents); },
           })
 {
+    m_viewing.showDisclosure.subscribe(this, [this](bool) { updateDisclosure(); });
 }
 
-AdWindowController::~AdWindowController() = default;
-
-void AdWindowController::show(std::optional<QPoint> anchor)
+AdWindowController::~AdWindowController()
 {
-    m_panel = panel(m_viewing);
-    m_panel->installEventFilter(this);
-    m_panel->adjustSize();
-    m_panel->move(place(m_panel->size(), anchor));
-    m_panel->show();
+    m_lifetime.request_stop();
+}
+
+void AdWindowController::show(Popover::Keyboard keyboard)
+{
+    m_closeRequested = false;
+    if (!m_popover)
+        buildPanel();
+    m_popover->open(keyboard);
     m_viewing.start();
 }
 
 bool AdWindowController::isShown() const
 {
-    return m_panel && m_panel->isVisible();
+    return m_popover && m_popover->isShown();
 }
 
-bool AdWindowController::eventFilter(QObject* watched, QEvent* event)
+void AdWindowController::activate()
 {
-    if (watched != m_panel.get() || event->type() != QEvent::Close)
-        return QObject::eventFilter(watched, event);
-    event->ignore();
-    m_viewing.dismiss();
-    return true;
+    if (isShown())
+        m_popover->activate();
+}
+
+void AdWindowController::hidePanel()
+{
+    m_popover->performClose();
+}
+
+void AdWindowController::restoreAfterExternalOpen()
+{
+    restore(m_lifetime.get_token());
+}
+
+QCoro::Task<> AdWindowController::restore(std::stop_token stop)
+{
+    co_await m_platform.clock.sleep(kRestoreDelay, stop);
+    if (stop.stop_requested() || m_closeRequested || isShown())
+        co_return;
+    m_popover->open(Popover::Keyboard::left);
+}
+
+void AdWindowController::buildPanel()
+{
+    m_view = new AdWindowView(m_look, m_viewing);
+    m_popover = std::make_unique<Popover>(m_look, m_platform.windows, m_platform.clock,
+        Popover::Behaviour::applicationDefined, m_view, statusItemAnchor(m_platform.statusItem));
+    m_popover->setObjectName(u"adPanel"_s);
+    m_popover->setAccessibleName(tr("Ad"));
+    // A desktop that closes the panel does so for the viewer.
+    connect(m_popover.get(), &Popover::closeRequested, this, [this] { m_viewing.dismiss(); });
+    connect(m_popover.get(), &Popover::escaped, this, [this] { m_viewing.showDisclosure = false; });
 }
 
 void AdWindowController::close()
 {
-    m_panel->hide();
+    m_closeRequested = true;
     m_viewing.cancel();
+    m_viewing.showDisclosure = false;
+    if (m_disclosure)
+        m_disclosure->performClose();
+    if (m_popover)
+        m_popover->performClose();
+}
+
+void AdWindowController::updateDisclosure()
+{
+    const bool isWanted = m_viewing.showDisclosure() && isShown();
+    if (!isWanted) {
+        if (m_disclosure)
+            m_disclosure->performClose();
+        return;
+    }
+    if (!m_disclosure) {
+        m_disclosure =
+            std::make_unique<Popover>(m_look, m_platform.windows, m_platform.clock, Popover::Behaviour::transient,
+                new AdDisclosure(m_look, m_viewing.ad()), [this] { return informationAnchor(); });
+        m_disclosure->setObjectName(u"adDisclosure"_s);
+        m_disclosure->setAccessibleName(tr("Ad information"));
+        connect(m_disclosure.get(), &Popover::closed, this, [this] {
+            if (m_viewing.showDisclosure())
+                m_viewing.showDisclosure = false;
+        });
+    }
+    m_disclosure->open(Popover::Keyboard::left);
+}
+
+/// The button over the whole height of the panel.
+std::optional<PopoverAnchor> AdWindowController::informationAnchor() const
+{
+    const auto& button = m_view->informationButton();
+    const auto panel = m_popover->contentRect();
+    const auto left = button.mapTo(m_view, QPoint()).x();
+    return PopoverAnchor {QRect(panel.left() + left, panel.top(), button.width(), panel.height())};
 }
 
 } // namespace orvella

@@ -1,13 +1,18 @@
 #include "ui/ad/AdWindowView.h"
 
+#include "ui/Compose.h"
 #include "ui/Money.h"
+#include "ui/ad/AdTextButton.h"
 #include "ui/ad/AdViewing.h"
+#include "ui/ad/CountdownGauge.h"
+#include "ui/controls/IconButton.h"
+#include "ui/controls/TextLabel.h"
 
-#include <QBoxLayout>
-#include <QFontDatabase>
-#include <QLabel>
-#include <QPushButton>
-#include <QToolButton>
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace orvella {
 
@@ -15,107 +20,123 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kHeight = 44;
-constexpr int kLeftPadding = 12;
-constexpr int kRightPadding = 8;
-constexpr int kGap = 12;
-constexpr int kCloseSlot = 24;
+constexpr int kLeadingPadding = 12;
+constexpr int kTrailingPadding = 8;
+constexpr int kGapAfterText = 8;
+constexpr int kGap = 6;
+constexpr int kGapBetweenIcons = 4;
 
-/// The text in a palette that shows money which is the viewer's.
-QPalette paid(QPalette palette)
+constexpr double kLeastWidth = 260;
+constexpr double kGreatestWidth = 640;
+/// Everything in the row that is no text.
+constexpr double kRest = 76;
+
+QString body(const AdViewing& viewing)
 {
-    const bool isDark = palette.color(QPalette::Window).lightnessF() < 0.5F;
-    palette.setColor(QPalette::WindowText, isDark ? QColor(0x4c, 0xd4, 0x84) : QColor(0x0b, 0x7a, 0x3e));
-    return palette;
+    return viewing.ad().body.simplified();
 }
 
-/// The text comes from outside: an ampersand in it makes no shortcut.
-QString withoutShortcuts(const QString& text)
+QString earningsText(const AdViewing& viewing)
 {
-    return QString(text).replace(u'&', u"&&"_s);
-}
-
-QFont moneyFont()
-{
-    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setWeight(QFont::DemiBold);
-    return font;
+    return Money::formatApproximate(viewing.earningsCents());
 }
 
 } // namespace
 
-AdWindowView::AdWindowView(AdViewing& viewing)
-    : m_viewing(viewing)
-    , m_ad(adButton())
-    , m_progress(progress())
-    , m_earnings(earnings())
-    , m_close(closeButton())
+AdWindowView::AdWindowView(const Look& look, AdViewing& viewing)
+    : m_look(look)
+    , m_viewing(viewing)
+    , m_counting(new Conditional([this] { return gauge(); }))
+    , m_paid(new Conditional([this] { return paid(); }))
 {
-    setFixedHeight(kHeight);
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(kLeftPadding, 0, kRightPadding, 0);
-    row->setSpacing(kGap);
-    row->addWidget(m_ad, 1);
-    row->addWidget(m_progress);
-    row->addWidget(m_earnings);
-    row->addWidget(m_close);
+    for (auto* const slot : {m_counting, m_paid})
+        slot->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    setLayout(row(0,
+        {
+            FixedSpace {kLeadingPadding},
+            adText(),
+            FixedSpace {kGapAfterText},
+            m_counting,
+            m_paid,
+            FixedSpace {kGap},
+            earnings(),
+            FixedSpace {kGap},
+            information(),
+            FixedSpace {kGapBetweenIcons},
+            close(),
+            FixedSpace {kTrailingPadding},
+        }));
     connect(&m_viewing, &Observable::willChange, this, &AdWindowView::scheduleRefresh);
+    connect(&look, &Look::changed, this, &AdWindowView::fit);
+    fit();
     refresh();
 }
 
-QPushButton* AdWindowView::adButton()
+QWidget& AdWindowView::informationButton()
 {
-    const auto& body = m_viewing.ad().body;
-    auto* const button = new QPushButton;
-    button->setText(withoutShortcuts(body.simplified()));
-    button->setFlat(true);
-    button->setStyleSheet(u"text-align: left"_s);
-    button->setMinimumWidth(0);
-    button->setCursor(Qt::PointingHandCursor);
+    return *m_information;
+}
+
+int AdWindowView::contentWidth(const Look& look, const AdViewing& viewing)
+{
+    const QFontMetricsF text(look.font(TypeStyle::bodyStrong));
+    const QFontMetricsF money(look.font(TypeStyle::earnings));
+    const auto width = text.horizontalAdvance(body(viewing)) + money.horizontalAdvance(earningsText(viewing))
+        + money.horizontalAdvance(tr("Paid")) + kRest;
+    return static_cast<int>(std::clamp(std::ceil(width), kLeastWidth, kGreatestWidth));
+}
+
+QWidget* AdWindowView::adText()
+{
+    auto* const button = new AdTextButton(m_look, body(m_viewing), kHeight);
     button->setObjectName(u"openAd"_s);
-    button->setAccessibleName(tr("Open ad: %1").arg(body));
+    button->setAccessibleName(tr("Open ad: %1").arg(m_viewing.ad().body));
     connect(button, &QPushButton::clicked, this, [this] { m_viewing.openAd(); });
     return button;
 }
 
-QLabel* AdWindowView::progress()
+QWidget* AdWindowView::gauge()
 {
-    auto* const label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(moneyFont());
-    label->setObjectName(u"progress"_s);
-    // So that nothing moves when it takes the place of the seconds.
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(tr("Paid")));
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
+    m_gauge = new CountdownGauge(m_look, m_viewing.ad().requiredSeconds);
+    m_gauge->setObjectName(u"gauge"_s);
+    return m_gauge;
 }
 
-QLabel* AdWindowView::earnings()
+QWidget* AdWindowView::paid()
 {
-    auto* const label = new QLabel(Money::formatApproximate(m_viewing.earningsCents()));
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(moneyFont());
-    label->setToolTip(Money::preciseDescription(m_viewing.earningsCents()));
-    label->setObjectName(u"earnings"_s);
-    return label;
+    auto* const word = label(m_look, TypeStyle::earnings, tr("Paid"), Tone::green);
+    word->setObjectName(u"paid"_s);
+    word->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return word;
 }
 
-QToolButton* AdWindowView::closeButton()
+QWidget* AdWindowView::earnings()
 {
-    auto* const button = new QToolButton;
-    button->setText(u"\u2715"_s);
-    button->setAutoRaise(true);
-    button->setFixedSize(kCloseSlot, kCloseSlot);
-    button->setObjectName(u"close"_s);
-    connect(button, &QToolButton::clicked, this, [this] { m_viewing.dismiss(); });
-    return button;
+    m_earnings = label(m_look, TypeStyle::earnings, earningsText(m_viewing), Tone::secondary);
+    m_earnings->setObjectName(u"earnings"_s);
+    m_earnings->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_earnings->setToolTip(Money::preciseDescription(m_viewing.earningsCents()));
+    m_earnings->setAccessibleDescription(m_earnings->toolTip());
+    return m_earnings;
 }
 
-void AdWindowView::resizeEvent(QResizeEvent* event)
+QWidget* AdWindowView::information()
 {
-    QWidget::resizeEvent(event);
-    const auto body = m_ad->fontMetrics().elidedText(m_viewing.ad().body.simplified(), Qt::ElideRight, m_ad->width());
-    m_ad->setText(withoutShortcuts(body));
+    m_information = new IconButton(m_look, Symbol::info, kHeight);
+    m_information->setObjectName(u"adInformation"_s);
+    m_information->setToolTip(tr("Why you are seeing this ad"));
+    m_information->setAccessibleName(tr("Ad information"));
+    connect(
+        m_information, &QPushButton::clicked, this, [this] { m_viewing.showDisclosure = !m_viewing.showDisclosure(); });
+    return m_information;
+}
+
+QWidget* AdWindowView::close()
+{
+    m_close = new IconButton(m_look, Symbol::close, kHeight);
+    m_close->setObjectName(u"close"_s);
+    connect(m_close, &QPushButton::clicked, this, [this] { m_viewing.dismiss(); });
+    return m_close;
 }
 
 /// The viewing tells before it changes; what it is then is known when the loop turns again.
@@ -130,15 +151,19 @@ void AdWindowView::refresh()
 {
     m_isRefreshScheduled = false;
     const bool isPaid = m_viewing.completed();
-    const auto seconds = QString::number(m_viewing.remaining());
-    m_progress->setText(isPaid ? tr("Paid") : tr("%1 s").arg(seconds));
-    m_progress->setAccessibleName(isPaid ? tr("Paid") : tr("Ad time remaining: %1 seconds").arg(seconds));
-    if (isPaid) {
-        m_progress->setPalette(paid(palette()));
-        m_earnings->setPalette(paid(palette()));
-    }
+    m_counting->setPresent(!isPaid);
+    m_paid->setPresent(isPaid);
+    if (!isPaid)
+        m_gauge->setRemaining(m_viewing.remaining());
+    m_earnings->setTone(isPaid ? Tone::green : Tone::secondary);
+    m_information->setOpen(m_viewing.showDisclosure());
     m_close->setToolTip(isPaid ? tr("Close") : tr("Dismiss without earning"));
     m_close->setAccessibleName(isPaid ? tr("Close ad") : tr("Dismiss ad without earning"));
+}
+
+void AdWindowView::fit()
+{
+    setFixedSize(contentWidth(m_look, m_viewing), kHeight);
 }
 
 } // namespace orvella

@@ -1,38 +1,54 @@
 #pragma once
 
-#include <QWidget>
+#include "ui/look/Look.h"
 
-class QLabel;
-class QPushButton;
-class QToolButton;
+#include <QWidget>
 
 namespace orvella {
 
+class AdTextButton;
 class AdViewing;
+class Conditional;
+class CountdownGauge;
+class IconButton;
+class TextLabel;
 
-/// The row that shows one viewing: the ad's text, the seconds left or "Paid", the earnings, a button to close.
+/// The row that shows one viewing: the ad's text, the seconds left or "Paid", the earnings, the reasons, a way out.
 class AdWindowView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit AdWindowView(AdViewing& viewing);
+    AdWindowView(const Look& look, AdViewing& viewing);
 
-protected:
-    void resizeEvent(QResizeEvent* event) override;
+    /// What the reasons for the ad point at.
+    [[nodiscard]] QWidget& informationButton();
+
+    /// In points.
+    static constexpr int kHeight = 44;
+
+    /// The width that an ad's row needs in points, within its bounds: wide enough for "Paid", too, so that it stays as
+    /// it is.
+    [[nodiscard]] static int contentWidth(const Look& look, const AdViewing& viewing);
 
 private:
-    QPushButton* adButton();
-    QLabel* progress();
-    QLabel* earnings();
-    QToolButton* closeButton();
+    QWidget* adText();
+    QWidget* gauge();
+    QWidget* paid();
+    QWidget* earnings();
+    QWidget* information();
+    QWidget* close();
     void scheduleRefresh();
     void refresh();
+    void fit();
 
+    const Look& m_look;
     AdViewing& m_viewing;
-    QPushButton* m_ad;
-    QLabel* m_progress;
-    QLabel* m_earnings;
-    QToolButton* m_close;
+    Conditional* m_counting;
+    Conditional* m_paid;
+    CountdownGauge* m_gauge = nullptr;
+    TextLabel* m_earnings = nullptr;
+    IconButton* m_information = nullptr;
+    IconButton* m_close = nullptr;
     bool m_isRefreshScheduled = false;
 };
 

@@ -54,10 +54,11 @@ private Q_SLOTS:
         setWindowColour(Qt::black);
         m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"item"_s);
         QVERIFY(m_bus.isConnected());
-        m_item = std::make_unique<StatusNotifierItem>(m_bus, u"org.example.orvella"_s);
-        m_item->setAppearance(kBalance);
+        m_tokens = {};
+        makeItem({});
         m_area = std::make_unique<FakeStatusArea>();
         m_clicks = 0;
+        m_menuPlaces.clear();
     }
 
     void cleanup()
@@ -151,6 +152,25 @@ private Q_SLOTS:
         QTRY_COMPARE(m_area->items().size(), 2);
     }
 
+    void itSaysWhetherThereIsAWatcherBeforeItRegisters()
+    {
+        QList<bool> known;
+        qsizetype registeredBefore = -1;
+        connect(m_item.get(), &StatusNotifierItem::watcherKnown, this, [&](bool isThere) {
+            known.append(isThere);
+            registeredBefore = m_area->items().size();
+        });
+
+        show();
+        QTRY_COMPARE(known, QList<bool> {false});
+        QVERIFY(m_area->start());
+        QTRY_COMPARE(m_area->items().size(), 1);
+        QCOMPARE(registeredBefore, 0);
+        m_area->stop();
+
+        QTRY_COMPARE(known, (QList<bool> {false, true, false}));
+    }
+
     void aSecondPanelIsNoReasonToRegisterAgain()
     {
         showInArea();
@@ -182,6 +202,40 @@ private Q_SLOTS:
         QCOMPARE(read(u"ItemIsMenu"_s), false);
         QCOMPARE(read(u"IconName"_s), QString());
         QCOMPARE(read(u"AttentionIconName"_s), QString());
+    }
+
+    void anItemWithoutADescriptionHasTheProgramsNameForATitle()
+    {
+        QGuiApplication::setApplicationDisplayName(u"Orvella"_s);
+        m_item->setAppearance({});
+        showInArea();
+
+        QCOMPARE(read(u"Title"_s), u"Orvella"_s);
+    }
+
+    void anInstalledSymbolicIconIsNamedForTheBarToDraw()
+    {
+        makeItem(u"org.example.orvella-symbolic"_s);
+        showInArea();
+
+        QCOMPARE(read(u"IconName"_s), u"org.example.orvella-symbolic"_s);
+        QCOMPARE(imageOf(pixmaps(u"IconPixmap"_s)[1]), drawn(TrayGlyph::dollar, 22, QColor(0xF1, 0xF3, 0xF5)));
+    }
+
+    void aGreenIconHasNoNameSoThatItStaysGreen()
+    {
+        makeItem(u"org.example.orvella-symbolic"_s);
+        showInArea();
+
+        m_item->setAppearance(kAdReady);
+
+        QCOMPARE(read(u"IconName"_s), QString());
+        QCOMPARE(read(u"AttentionIconName"_s), QString());
+        QCOMPARE(signalsSent().count(u"NewIcon"_s), 1);
+
+        m_item->setAppearance(kBalance);
+
+        QCOMPARE(read(u"IconName"_s), u"org.example.orvella-symbolic"_s);
     }
 
     void aBarFindsNeitherAMenuNorALabelThatWouldHideTheIcon()
@@ -292,31 +346,42 @@ private Q_SLOTS:
         QCOMPARE(m_clicks, 1);
     }
 
-    void aPositionThatNoPanelConfirmsIsNotBelieved()
+    void aPositionThatNothingConfirmsIsNoPlace()
     {
         showInArea();
-        QCOMPARE(m_item->lastClick(), std::nullopt);
 
         m_area->call(m_bus.baseService(), u"Activate"_s, {20, 14});
 
         QCOMPARE(m_clicks, 1);
-        QCOMPARE(m_item->lastClick(), std::nullopt);
+        QCOMPARE(m_item->place(), std::nullopt);
     }
 
-    void theOtherButtonsAndTheWheelAreAnsweredAndDoNothing()
+    void aContextMenuIsARequestForTheMenu()
+    {
+        showInArea();
+
+        const auto answer = m_area->call(m_bus.baseService(), u"ContextMenu"_s, {20, 14});
+
+        QCOMPARE(answer.type(), QDBusMessage::ReplyMessage);
+        // Nothing confirms the place, and the menu has to open somewhere.
+        QCOMPARE(m_menuPlaces, QList<QPoint> {QPoint(20, 14)});
+        QCOMPARE(m_clicks, 0);
+    }
+
+    void theMiddleButtonAndTheWheelAreAnsweredAndDoNothing()
     {
         showInArea();
 
         const auto item = m_bus.baseService();
         QCOMPARE(m_area->call(item, u"SecondaryActivate"_s, {1, 2}).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(m_area->call(item, u"ContextMenu"_s, {1, 2}).type(), QDBusMessage::ReplyMessage);
         QCOMPARE(m_area->call(item, u"Scroll"_s, {120, u"vertical"_s}).type(), QDBusMessage::ReplyMessage);
 
         QCOMPARE(m_clicks, 0);
+        QCOMPARE(m_menuPlaces, QList<QPoint>());
         QCOMPARE(signalsSent(), QStringList());
     }
 
-    void anActivationTokenIsKeptForTheNextWindowAndGivenOutOnce()
+    void anActivationTokenIsKeptForTheNextWindow()
     {
         showInArea();
 
@@ -324,8 +389,7 @@ private Q_SLOTS:
             m_area->call(m_bus.baseService(), u"ProvideXdgActivationToken"_s, {u"token of the click"_s});
 
         QCOMPARE(answer.type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(m_item->takeActivationToken(), u"token of the click"_s);
-        QCOMPARE(m_item->takeActivationToken(), QString());
+        QCOMPARE(m_tokens.take(), u"token of the click"_s);
     }
 
     void withoutASessionBusItDoesNothingQuietly()
@@ -333,13 +397,16 @@ private Q_SLOTS:
         QTest::failOnWarning(QRegularExpression(u".*"_s));
         const auto nowhere = QDBusConnection::connectToBus(u"unix:path=/nonexistent/bus"_s, u"nowhere"_s);
         QVERIFY(!nowhere.isConnected());
-        StatusNotifierItem item(nowhere, u"org.example.orvella"_s);
+        StatusNotifierItem item(nowhere, {u"org.example.orvella"_s, {}}, m_tokens);
+        QList<bool> known;
+        connect(&item, &StatusNotifierItem::watcherKnown, this, [&known](bool isThere) { known.append(isThere); });
 
-        item.show([] {});
+        item.show({});
         item.setAppearance(kAdReady);
         QCoreApplication::processEvents();
 
-        QCOMPARE(item.lastClick(), std::nullopt);
+        QCOMPARE(known, QList<bool> {false});
+        QCOMPARE(item.place(), std::nullopt);
     }
 
     void anItemThatIsGoneIsOffTheBus()
@@ -352,9 +419,18 @@ private Q_SLOTS:
     }
 
 private:
+    void makeItem(const QString& symbolicIcon)
+    {
+        // The object's path on the bus has to be free.
+        m_item.reset();
+        m_item = std::make_unique<StatusNotifierItem>(
+            m_bus, StatusNotifierItem::Identity {u"org.example.orvella"_s, symbolicIcon}, m_tokens);
+        m_item->setAppearance(kBalance);
+    }
+
     void show()
     {
-        m_item->show([this] { ++m_clicks; });
+        m_item->show({[this] { ++m_clicks; }, [this](QPoint place) { m_menuPlaces.append(place); }});
     }
 
     void showInArea()
@@ -379,9 +455,11 @@ private:
     }
 
     QDBusConnection m_bus {QString()};
+    ActivationTokens m_tokens;
     std::unique_ptr<StatusNotifierItem> m_item;
     std::unique_ptr<FakeStatusArea> m_area;
     int m_clicks = 0;
+    QList<QPoint> m_menuPlaces;
 };
 
 QTEST_MAIN(StatusNotifierItemTest)

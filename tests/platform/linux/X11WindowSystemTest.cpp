@@ -25,6 +25,21 @@ bool press(QPoint place, int button = 1)
     return VirtualDesktop::click(place, button);
 }
 
+/// Counts the presses that a window gets.
+class ClickCounter final : public QObject {
+public:
+    explicit ClickCounter(QWindow& window) { window.installEventFilter(this); }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonPress)
+            ++count;
+        return false;
+    }
+
+    int count = 0;
+};
+
 } // namespace
 
 /// Needs a display with a window manager.
@@ -39,7 +54,11 @@ private Q_SLOTS:
         m_presses.clear();
     }
 
-    void cleanup() { m_windows.reset(); }
+    void cleanup()
+    {
+        m_watch.reset();
+        m_windows.reset();
+    }
 
     void aWindowGoesWhereTheProgramPutsIt() { QVERIFY(m_windows->placesWindows()); }
 
@@ -130,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(press(kBare));
         QTRY_COMPARE(m_presses.size(), 1);
 
-        m_windows->watchPresses({});
+        m_watch.reset();
         QVERIFY(press(kBare));
         QTest::qWait(200);
 
@@ -151,7 +170,7 @@ private Q_SLOTS:
             int count = 0;
         } rawPresses;
         watch();
-        m_windows->watchPresses({});
+        m_watch.reset();
         // What is under way already.
         QTest::qWait(200);
         QCoreApplication::instance()->installNativeEventFilter(&rawPresses);
@@ -167,9 +186,9 @@ private Q_SLOTS:
 
     void theListenerMayEndItselfInsideItsCall()
     {
-        m_windows->watchPresses([this](QPoint place) {
-            m_windows->watchPresses({});
+        m_watch = m_windows->watchPresses([this](QPoint place) {
             m_presses.append(place);
+            m_watch.reset();
         });
 
         QVERIFY(press(kBare));
@@ -180,20 +199,52 @@ private Q_SLOTS:
         QCOMPARE(m_presses, QList {kBare});
     }
 
-    void theListenerMayReplaceItselfInsideItsCall()
+    void everyListenerHearsUntilAnotherEndsIt()
     {
-        m_windows->watchPresses([this](QPoint) { watch(); });
-
+        std::unique_ptr<PressWatch> second;
+        watch();
+        second = m_windows->watchPresses([this](QPoint place) { m_presses.append(place); });
         QVERIFY(press(kBare));
-        QVERIFY(press(kBare));
+        QTRY_COMPARE(m_presses, (QList {kBare, kBare}));
 
-        QTRY_COMPARE(m_presses, QList {kBare});
+        m_watch = m_windows->watchPresses([&second](QPoint) { second.reset(); });
+        QVERIFY(press(kBare));
+        QTRY_VERIFY(!second);
+        m_presses.clear();
+        QVERIFY(press(kBare));
+        QTest::qWait(200);
+
+        QCOMPARE(m_presses, QList<QPoint>());
+    }
+
+    void aClickOutsideOfTheInputRegionGoesToWhatIsBelow()
+    {
+        QWindow below;
+        below.setGeometry(400, 300, 200, 200);
+        ClickCounter belowClicks(below);
+        below.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&below));
+        QWindow above;
+        above.setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        above.setGeometry(400, 300, 200, 200);
+        ClickCounter aboveClicks(above);
+        above.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&above));
+
+        m_windows->setInputRegion(above, QRegion(0, 0, 100, 200));
+
+        const auto corner = above.position();
+        QVERIFY(press(corner + QPoint(50, 100)));
+        QTRY_COMPARE(aboveClicks.count, 1);
+        QVERIFY(press(corner + QPoint(150, 100)));
+        QTRY_COMPARE(belowClicks.count, 1);
+        QCOMPARE(aboveClicks.count, 1);
     }
 
     void aListenerAfterAnEndHearsAgain()
     {
         watch();
-        m_windows->watchPresses({});
+        m_watch.reset();
         watch();
 
         QVERIFY(press(kBare));
@@ -231,13 +282,14 @@ private Q_SLOTS:
 private:
     void watch()
     {
-        m_windows->watchPresses([this](QPoint place) { m_presses.append(place); });
+        m_watch = m_windows->watchPresses([this](QPoint place) { m_presses.append(place); });
     }
 
     /// Where no window is.
     static constexpr QPoint kBare {1000, 600};
 
     std::unique_ptr<WindowSystem> m_windows;
+    std::unique_ptr<PressWatch> m_watch;
     QList<QPoint> m_presses;
 };
 
@@ -246,7 +298,7 @@ int main(int argumentCount, char** arguments)
     QGuiApplication application(argumentCount, arguments);
     if (QCoreApplication::arguments().value(1) == u"--print-press"_s) {
         const auto windows = sessionWindowSystem({});
-        windows->watchPresses([](QPoint place) {
+        const auto watch = windows->watchPresses([](QPoint place) {
             std::printf("%d %d\n", place.x(), place.y());
             QCoreApplication::quit();
         });

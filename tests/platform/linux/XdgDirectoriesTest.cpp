@@ -34,6 +34,8 @@ private Q_SLOTS:
         QCOMPARE(directories.applications(),
             QStringList({u"/home/ann/.local/share/applications"_s, u"/usr/local/share/applications"_s,
                 u"/usr/share/applications"_s}));
+        QCOMPARE(directories.icons(),
+            QStringList({u"/home/ann/.local/share/icons"_s, u"/usr/local/share/icons"_s, u"/usr/share/icons"_s}));
     }
 
     void theVariablesCount()
@@ -49,6 +51,7 @@ private Q_SLOTS:
         QCOMPARE(directories.autostart(), u"/c/autostart"_s);
         QCOMPARE(directories.applications(),
             QStringList({u"/d/applications"_s, u"/one/applications"_s, u"/two/applications"_s}));
+        QCOMPARE(directories.icons(), QStringList({u"/d/icons"_s, u"/one/icons"_s, u"/two/icons"_s}));
     }
 
     void relativeAndEmptyVariablesAreIgnored()
@@ -74,6 +77,7 @@ private Q_SLOTS:
         QCOMPARE(directories.data(), u"/try/data"_s);
         QCOMPARE(directories.autostart(), u"/try/autostart"_s);
         QCOMPARE(directories.applications().constFirst(), u"/home/ann/.local/share/applications"_s);
+        QCOMPARE(directories.icons().constFirst(), u"/home/ann/.local/share/icons"_s);
     }
 
     void aRelativeProfileIsTakenFromTheWorkingFolder()

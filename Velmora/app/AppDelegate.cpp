@@ -1,0 +1,25 @@
+#include "app/AppDelegate.h"
+
+namespace orvella {
+
+AppDelegate::AppDelegate(const Platform& platform, Transport& transport)
+    : m_platform(platform)
+    , m_transport(transport)
+{
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    StatusBarController::prepareStatusItemPlacement(m_platform);
+    m_controller = std::make_unique<StatusBarController>(m_platform, m_transport);
+    m_controller->showLaunchWindowIfNeeded();
+}
+
+bool AppDelegate::applicationShouldHandleReopen()
+{
+    if (m_controller)
+        m_controller->showLaunchWindow();
+    return true;
+}
+
+} // namespace orvella

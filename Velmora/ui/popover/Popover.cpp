@@ -1,0 +1,331 @@
+#include "ui/popover/Popover.h"
+
+#include "platform/WindowSystem.h"
+#include "ui/popover/Shadow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <utility>
+
+namespace orvella {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto kPatienceForClick = 250ms;
+constexpr auto kCorrectionDelay = 100ms;
+constexpr int kFadeMilliseconds = 200;
+constexpr Qt::WindowFlags kBubbleFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+constexpr Qt::WindowFlags kOrdinaryFlags = Qt::Window | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+
+ScreenRoom room(const QScreen& screen)
+{
+    return {screen.geometry(), screen.availableGeometry()};
+}
+
+QList<ScreenRoom> rooms()
+{
+    QList<ScreenRoom> result;
+    for (const auto* const screen : QGuiApplication::screens())
+        result.append(room(*screen));
+    return result;
+}
+
+/// The screen that the viewer is at, as far as the pointer tells.
+ScreenRoom home()
+{
+    const auto* const under = QGuiApplication::screenAt(QCursor::pos());
+    const auto* const screen = under ? under : QGuiApplication::primaryScreen();
+    return screen ? room(*screen) : ScreenRoom {};
+}
+
+bool isInBar(QPoint place)
+{
+    const auto* const screen = QGuiApplication::screenAt(place);
+    return screen && !screen->availableGeometry().contains(place);
+}
+
+} // namespace
+
+Popover::Popover(const Look& look, WindowSystem& windows, Clock& clock, Behaviour behaviour, QWidget* content,
+    std::function<std::optional<PopoverAnchor>()> anchor)
+    : QWidget(nullptr, kBubbleFlags)
+    , m_look(look)
+    , m_windows(windows)
+    , m_clock(clock)
+    , m_behaviour(behaviour)
+    , m_content(content)
+    , m_anchor(std::move(anchor))
+{
+    setWindowTitle(QStringLiteral("Orvella"));
+    // The keyboard is with the window itself until the viewer tabs on, so that no key does something unseen.
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus();
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
+    m_fade.setDuration(kFadeMilliseconds);
+    connect(&m_fade, &QVariantAnimation::valueChanged, this,
+        [this](const QVariant& opacity) { setWindowOpacity(opacity.toReal()); });
+    connect(&m_fade, &QVariantAnimation::finished, this, &Popover::faded);
+    connect(&look, &Look::changed, this, [this] {
+        if (m_isShown)
+            choosePlace();
+    });
+    followScreens();
+}
+
+Popover::~Popover()
+{
+    stop(m_waitForClick);
+    stop(m_correction);
+}
+
+void Popover::open(Keyboard keyboard)
+{
+    if (m_isShown)
+        return;
+    m_isShown = true;
+    m_isPressedElsewhere = false;
+    if (!isVisible())
+        chooseFrame();
+    setAttribute(Qt::WA_ShowWithoutActivating, keyboard == Keyboard::left);
+    choosePlace();
+    show();
+    limitInput();
+    fadeTo(1);
+    if (m_behaviour == Behaviour::transient)
+        m_presses = m_windows.watchPresses([this](QPoint place) { pressed(place); });
+    if (keyboard == Keyboard::taken)
+        activate();
+    stop(m_correction);
+    m_correction = m_clock.startTimer(kCorrectionDelay, [this] { correctPlace(); });
+}
+
+void Popover::performClose()
+{
+    if (!std::exchange(m_isShown, false))
+        return;
+    stop(m_waitForClick);
+    m_presses.reset();
+    fadeTo(0);
+    Q_EMIT closed();
+}
+
+void Popover::activate()
+{
+    if (windowHandle())
+        m_windows.activate(*windowHandle());
+}
+
+QRect Popover::contentRect() const
+{
+    return {m_frame == Frame::ordinaryWindow ? pos() : m_place.corner, m_content->size()};
+}
+
+bool Popover::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowDeactivate)
+        lostKeyboard();
+    return QWidget::event(event);
+}
+
+void Popover::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    Q_EMIT closeRequested();
+    if (m_behaviour == Behaviour::transient)
+        performClose();
+}
+
+void Popover::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    Q_EMIT escaped();
+    if (m_behaviour == Behaviour::transient)
+        performClose();
+}
+
+void Popover::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    if (m_frame == Frame::ordinaryWindow) {
+        painter.fillRect(rect(), m_look.theme().surface);
+        return;
+    }
+    const bool isRound = m_frame == Frame::bubbleWithShadow;
+    const auto shape = outline(m_place.bubble, isRound ? Corners::round : Corners::square);
+    if (isRound)
+        painter.drawImage(0, 0, m_shadow);
+    painter.translate(margins().left(), margins().top());
+    paintBubble(painter, shape, m_look.theme());
+}
+
+void Popover::chooseFrame()
+{
+    if (!m_windows.placesWindows())
+        m_frame = Frame::ordinaryWindow;
+    else
+        m_frame = m_windows.isCompositing() ? Frame::bubbleWithShadow : Frame::plainBubble;
+    setWindowFlags(m_frame == Frame::ordinaryWindow ? kOrdinaryFlags : kBubbleFlags);
+    setAttribute(Qt::WA_TranslucentBackground, m_frame == Frame::bubbleWithShadow);
+}
+
+void Popover::choosePlace()
+{
+    const auto size = m_content->size();
+    m_place = placePopover(size, m_anchor(), rooms(), home(), layoutDirection());
+    const auto margins = this->margins();
+    layout()->setContentsMargins(margins);
+    setFixedSize(size.grownBy(margins));
+    if (m_frame == Frame::ordinaryWindow)
+        return;
+    move(m_place.corner - QPoint(margins.left(), margins.top()));
+
+    const bool isRound = m_frame == Frame::bubbleWithShadow;
+    const auto shape = outline(m_place.bubble, isRound ? Corners::round : Corners::square);
+    if (isRound) {
+        m_shadow = shadow(shape, size, devicePixelRatioF(), m_look.theme());
+        clearMask();
+    } else {
+        // The outline lies half a point outside and is one point wide.
+        QPainterPathStroker stroker(QPen(Qt::black, 1));
+        const auto whole = shape.united(stroker.createStroke(shape)).translated(margins.left(), margins.top());
+        setMask(QRegion(whole.toFillPolygon().toPolygon()));
+    }
+    limitInput();
+    update();
+}
+
+/// A click on the shadow is meant for what is under it.
+void Popover::limitInput()
+{
+    if (m_frame != Frame::bubbleWithShadow || !windowHandle())
+        return;
+    const auto shape = outline(m_place.bubble, Corners::round).translated(margins().left(), margins().top());
+    m_windows.setInputRegion(*windowHandle(), QRegion(shape.toFillPolygon().toPolygon()));
+}
+
+void Popover::followScreens()
+{
+    const auto replace = [this] {
+        if (m_isShown)
+            choosePlace();
+    };
+    const auto follow = [this, replace](QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, replace);
+        connect(screen, &QScreen::geometryChanged, this, replace);
+    };
+    for (auto* const screen : QGuiApplication::screens())
+        follow(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, replace, Qt::QueuedConnection);
+}
+
+void Popover::pressed(QPoint place)
+{
+    const auto anchor = m_anchor();
+    if (contentRect().contains(place) || (anchor && anchor->rect.contains(place)))
+        return;
+    m_isPressedElsewhere = true;
+    if (isInBar(place))
+        closeUnlessClicked();
+    else
+        performClose();
+}
+
+void Popover::lostKeyboard()
+{
+    // Another window of the program that takes the keyboard leaves it open.
+    if (m_behaviour != Behaviour::transient || !m_isShown || m_frame == Frame::ordinaryWindow
+        || QApplication::activeWindow())
+        return;
+    if (isInBar(QCursor::pos()))
+        closeUnlessClicked();
+    else
+        performClose();
+}
+
+/// A click on the status item closes the popover by itself; closed before, it would open again.
+void Popover::closeUnlessClicked()
+{
+    if (m_waitForClick)
+        return;
+    m_waitForClick = m_clock.startTimer(kPatienceForClick, [this] {
+        m_waitForClick.reset();
+        // The keyboard may have been away for a moment only, as it is while a panel shows what was clicked.
+        if (m_isPressedElsewhere || !isActiveWindow())
+            performClose();
+    });
+}
+
+void Popover::stop(std::optional<Clock::TimerId>& timer)
+{
+    if (const auto running = std::exchange(timer, std::nullopt))
+        m_clock.stopTimer(*running);
+}
+
+void Popover::fadeTo(qreal opacity)
+{
+    m_fade.stop();
+    if (m_look.isMotionReduced() || m_frame != Frame::bubbleWithShadow) {
+        setWindowOpacity(1);
+        faded();
+        return;
+    }
+    m_fade.setStartValue(opacity > 0 ? 0.0 : windowOpacity());
+    m_fade.setEndValue(opacity);
+    setWindowOpacity(m_fade.startValue().toReal());
+    m_fade.start();
+}
+
+void Popover::faded()
+{
+    if (!m_isShown)
+        hide();
+}
+
+/// Some window managers place a window that takes no keyboard without saying where: the toolkit then believes it to be
+/// in the corner of the screen, and so does all that it tells of the positions in it.
+void Popover::correctPlace()
+{
+    m_correction.reset();
+    if (!isVisible() || m_frame == Frame::ordinaryWindow)
+        return;
+    const auto wanted = m_place.corner - QPoint(margins().left(), margins().top());
+    if (mapToGlobal(QPoint()) == wanted)
+        return;
+    move(wanted + QPoint(1, 0));
+    move(wanted);
+}
+
+QMargins Popover::margins() const
+{
+    switch (m_frame) {
+    case Frame::bubbleWithShadow:
+        return kShadowMargins;
+    case Frame::plainBubble: {
+        // The outline takes a point outside of the content.
+        const bool isUp = m_place.bubble.arrow == Bubble::Arrow::up;
+        const bool isDown = m_place.bubble.arrow == Bubble::Arrow::down;
+        return {1, isUp ? kArrowHeight + 1 : 1, 1, isDown ? kArrowHeight + 1 : 1};
+    }
+    case Frame::ordinaryWindow:
+        break;
+    }
+    return {};
+}
+
+} // namespace orvella

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "base/Clock.h"
+#include "ui/look/Look.h"
+#include "ui/popover/PopoverPlacement.h"
+
+#include <QVariantAnimation>
+#include <QWidget>
+
+#include <functional>
+
+namespace orvella {
+
+class PressWatch;
+class WindowSystem;
+
+/// A window that hangs from something and points at it.
+///
+/// Where the desktop places windows itself it is an ordinary small window.
+class Popover final : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Behaviour {
+        /// It takes the keyboard, and goes with a click elsewhere, with another window that takes the keyboard, or with
+        /// Escape.
+        transient,
+        /// It stays until the program closes it.
+        applicationDefined,
+    };
+
+    /// Whether a popover that opens takes the keyboard from where the viewer is typing.
+    enum class Keyboard { left, taken };
+
+    /// `content` has a fixed size, in which its layout agrees with it. `anchor` is asked whenever the place is chosen.
+    Popover(const Look& look, WindowSystem& windows, Clock& clock, Behaviour behaviour, QWidget* content,
+        std::function<std::optional<PopoverAnchor>()> anchor);
+    ~Popover() override;
+
+    void open(Keyboard keyboard);
+    /// Closes it for the program.
+    void performClose();
+    [[nodiscard]] bool isShown() const { return m_isShown; }
+
+    /// Gives it the keyboard, in front of everything.
+    void activate();
+
+    /// The content's place on the desktop.
+    [[nodiscard]] QRect contentRect() const;
+
+Q_SIGNALS:
+    /// It is not shown any more, whoever closed it.
+    void closed();
+    /// The viewer has the desktop close it. A popover that stays is still there.
+    void closeRequested();
+    /// The viewer pressed Escape in it. One that is transient closes by itself.
+    void escaped();
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    enum class Frame { bubbleWithShadow, plainBubble, ordinaryWindow };
+
+    void chooseFrame();
+    void choosePlace();
+    void limitInput();
+    void followScreens();
+    void pressed(QPoint place);
+    void lostKeyboard();
+    /// Closes it unless the status item takes the click that is under way.
+    void closeUnlessClicked();
+    void stop(std::optional<Clock::TimerId>& timer);
+    void fadeTo(qreal opacity);
+    void faded();
+    void correctPlace();
+    [[nodiscard]] QMargins margins() const;
+
+    const Look& m_look;
+    WindowSystem& m_windows;
+    Clock& m_clock;
+    Behaviour m_behaviour;
+    QWidget* m_content;
+    std::function<std::optional<PopoverAnchor>()> m_anchor;
+    Frame m_frame = Frame::plainBubble;
+    PopoverPlace m_place;
+    QImage m_shadow;
+    bool m_isShown = false;
+    QVariantAnimation m_fade;
+    std::unique_ptr<PressWatch> m_presses;
+    bool m_isPressedElsewhere = false;
+    std::optional<Clock::TimerId> m_waitForClick;
+    std::optional<Clock::TimerId> m_correction;
+};
+
+} // namespace orvella

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ui/popover/Bubble.h"
+
+#include <QList>
+#include <QPoint>
+#include <QRect>
+
+#include <optional>
+
+namespace orvella {
+
+/// What a popover points at.
+struct PopoverAnchor {
+    /// On the desktop.
+    QRect rect;
+    /// From the anchor to the tip of the arrow.
+    int gap = 0;
+};
+
+/// A screen and the part of it that the bars of the desktop leave to windows.
+struct ScreenRoom {
+    QRect whole;
+    QRect available;
+};
+
+/// Where a popover is and what it looks like there.
+struct PopoverPlace {
+    /// The top left corner of the content on the desktop.
+    QPoint corner;
+    Bubble bubble;
+
+    friend bool operator==(const PopoverPlace&, const PopoverPlace&) = default;
+};
+
+/// The place for content of this size.
+///
+/// Centred below the anchor or, where there is no room, above it; moved so far as to stay on the screen. Beside a bar
+/// that stands upright there is no arrow. Without an anchor that lies on one of the screens it is the corner of the
+/// work area of `home` that is nearest to the bar: at the end of the line in the direction of reading.
+[[nodiscard]] PopoverPlace placePopover(QSize size, const std::optional<PopoverAnchor>& anchor,
+    const QList<ScreenRoom>& screens, const ScreenRoom& home, Qt::LayoutDirection direction);
+
+} // namespace orvella

@@ -1,0 +1,547 @@
+#include "ui/MenuPopoverView.h"
+
+#include "api/Endpoints.h"
+#include "core/AppState.h"
+#include "support/FakePlatform.h"
+#include "support/FakeTransport.h"
+#include "support/Samples.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLabel>
+#include <QLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+
+using namespace orvella;
+using namespace std::chrono_literals;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kAnonymousHelp = u"Turn off Anonymous mode to enable category signals."_s;
+const QString kAgeHelp = u"Confirm you are 18 or older before enabling category signals."_s;
+
+struct World {
+    FakePlatform platform;
+    FakeTransport transport;
+    std::unique_ptr<AppState> state;
+    Look look {platform.look};
+    std::unique_ptr<MenuPopoverView> view;
+    int adsShown = 0;
+    int checks = 0;
+
+    explicit World(const std::map<QString, Json>& settings = {})
+    {
+        platform.settings.values = settings;
+        platform.settings.values.emplace(u"didConfigureLaunchAtLogin"_s, true);
+        transport.answerEverything();
+        state = std::make_unique<AppState>(platform.lend(), transport);
+        view = std::make_unique<MenuPopoverView>(
+            look, *state, platform.lend(), MenuPopoverView::Actions {[this] { ++adsShown; }, [this] { ++checks; }});
+        view->show();
+        settle();
+    }
+
+    [[nodiscard]] QString text(const QString& name) const
+    {
+        const auto* const label = view->findChild<QLabel*>(name);
+        return label ? label->text() : QString();
+    }
+
+    [[nodiscard]] QAbstractButton* button(const QString& name) const { return view->findChild<QAbstractButton*>(name); }
+
+    [[nodiscard]] bool has(const QString& name) const { return view->findChild<QWidget*>(name) != nullptr; }
+
+    void click(const QString& name)
+    {
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        settle();
+    }
+
+    void offer()
+    {
+        state->availableAd = anAd();
+        settle();
+    }
+};
+
+/// The words of a view in the order in which they stand on it.
+QStringList wordsFromTop(const QWidget& view)
+{
+    std::vector<std::pair<QPoint, QString>> found;
+    const auto add = [&](const QWidget& widget, const QString& text) {
+        const auto place = widget.mapTo(&view, QPoint());
+        found.emplace_back(QPoint(place.y() + widget.height() / 2, place.x()), text);
+    };
+    for (const auto* const label : view.findChildren<QLabel*>())
+        add(*label, label->text());
+    for (const auto* const button : view.findChildren<QAbstractButton*>())
+        add(*button, button->text());
+    std::ranges::sort(found, {}, [](const auto& entry) { return std::pair(entry.first.x() / 8, entry.first.y()); });
+    QStringList words;
+    for (const auto& [place, text] : found)
+        words.append(text);
+    return words;
+}
+
+} // namespace
+
+class MenuPopoverViewTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itIs340By540Points() { QCOMPARE(World().view->size(), QSize(340, 540)); }
+
+    void everythingStandsInItsOrder()
+    {
+        World world;
+        world.state->verificationUri = u"https://service.test/activate"_s;
+        world.state->paidCents = 4000;
+        world.state->lastEarnedCents = 12.5;
+        world.offer();
+
+        const auto words = wordsFromTop(*world.view->findChild<QScrollArea*>()->widget());
+
+        QCOMPARE(words,
+            (QStringList {u"Orvella"_s, u"$0.12"_s, u"Link pending"_s, u"earned"_s, u"Available"_s, u"$0.00"_s,
+                u"Pending"_s, u"$0.00"_s, u"Lifetime"_s, u"$0.12"_s, u"Paid out"_s, u"$40.00"_s, u"Last ad"_s,
+                u"12 cent"_s, anAd().advertiserName, anAd().body, u"Open ad"_s, u"Auto open ads"_s, u"Anonymous mode"_s,
+                u"App category signals"_s, u"I am 18 or older"_s, u"Anonymous mode sends no app categories."_s,
+                u"Advertisers never see your email, device id, raw app names, or open apps."_s,
+                u"Turn off Anonymous mode to use category signals."_s, u"Open at login"_s, u"Show startup window"_s,
+                u"Check for Updates..."_s, u"Link this Mac"_s}));
+    }
+
+    void theBalancesAreThoseOfTheState()
+    {
+        World world;
+        world.state->availableCents = 637;
+        world.state->pendingCents = 175;
+        world.state->lifetimeCents = 4812;
+        settle();
+
+        QCOMPARE(world.text(u"available"_s), u"$6.37"_s);
+        QCOMPARE(world.text(u"pending"_s), u"$1.75"_s);
+        QCOMPARE(world.text(u"lifetime"_s), u"$48.12"_s);
+        QCOMPARE(world.text(u"earned"_s), u"$48.12"_s);
+    }
+
+    void onlyWhatWasPaidOutIsShownAsPaidOut_data()
+    {
+        QTest::addColumn<qint64>("cents");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("nothing") << qint64 {0} << QString();
+        QTest::newRow("less than nothing") << qint64 {-5} << QString();
+        QTest::newRow("a cent") << qint64 {1} << u"$0.01"_s;
+    }
+
+    void onlyWhatWasPaidOutIsShownAsPaidOut()
+    {
+        QFETCH(const qint64, cents);
+        QFETCH(const QString, shown);
+        World world;
+
+        world.state->paidCents = cents;
+        settle();
+
+        QCOMPARE(world.has(u"paidOut"_s), !shown.isEmpty());
+        QCOMPARE(world.text(u"paidOut"_s), shown);
+    }
+
+    void withoutAnAdInThisRunThereIsNoLastAd() { QVERIFY(!World().has(u"lastAd"_s)); }
+
+    void theLastAdIsShownInWholeCentsWithTheExactOnesBesides()
+    {
+        World world;
+
+        world.state->lastEarnedCents = 12.5;
+        settle();
+
+        QCOMPARE(world.text(u"lastAd"_s), u"12 cent"_s);
+        const auto* const value = world.view->findChild<QLabel*>(u"lastAd"_s);
+        QCOMPARE(value->parentWidget()->parentWidget()->toolTip(), u"Exact earnings: 12.5¢ ($0.125)"_s);
+        QCOMPARE(value->accessibleDescription(), u"Exact earnings: 12.5¢ ($0.125)"_s);
+        QCOMPARE(world.text(u"earned"_s), u"$0.12"_s);
+    }
+
+    void theLinkLeadsToThePageUntilTheDeviceIsLinked()
+    {
+        World world;
+        world.state->verificationUri = u"https://service.test/activate?code=KX4M"_s;
+        settle();
+        QCOMPARE(world.text(u"linked"_s), u"Link pending"_s);
+
+        world.click(u"linkDevice"_s);
+        QCOMPARE(world.platform.browser.opened, std::vector {QUrl(u"https://service.test/activate?code=KX4M"_s)});
+
+        world.state->linked = true;
+        settle();
+        QCOMPARE(world.text(u"linked"_s), u"Linked"_s);
+        QVERIFY(!world.has(u"linkDevice"_s));
+    }
+
+    void anAddressThatIsNoneShowsNoLink_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("words") << u"not an address"_s;
+        QTest::newRow("a file") << u"file:///etc/passwd"_s;
+        QTest::newRow("a script") << u"javascript:alert(1)"_s;
+    }
+
+    void anAddressThatIsNoneShowsNoLink()
+    {
+        QFETCH(const QString, address);
+        World world;
+
+        world.state->verificationUri = address;
+        settle();
+
+        QVERIFY(!world.has(u"linkDevice"_s));
+    }
+
+    void anOfferComesAndGoesWhileTheMenuIsOpen()
+    {
+        World world;
+        QVERIFY(!world.has(u"offer"_s));
+
+        world.offer();
+        QCOMPARE(world.text(u"advertiser"_s), anAd().advertiserName);
+        QCOMPARE(world.text(u"adBody"_s), anAd().body);
+        world.click(u"openAd"_s);
+        QCOMPARE(world.adsShown, 1);
+
+        world.state->availableAd = std::nullopt;
+        settle();
+        QVERIFY(!world.has(u"offer"_s));
+    }
+
+    void theOffersTextsAreShownAsTheyStand()
+    {
+        World world;
+        auto ad = anAd();
+        ad.advertiserName = u"<b>Bold</b> & Co"_s;
+        ad.body = u"<img src=x>"_s;
+
+        world.state->availableAd = ad;
+        settle();
+
+        QCOMPARE(world.text(u"advertiser"_s), ad.advertiserName);
+        QCOMPARE(world.view->findChild<QLabel*>(u"adBody"_s)->textFormat(), Qt::PlainText);
+    }
+
+    void switchesAreDeafForAMomentAfterAnOfferMovedThem()
+    {
+        World world;
+        world.offer();
+
+        world.platform.clock.advance(299ms);
+        world.click(u"autoOpenAds"_s);
+        QVERIFY(!world.state->autoOpenAds());
+
+        world.platform.clock.advance(1ms);
+        world.click(u"autoOpenAds"_s);
+        QVERIFY(world.state->autoOpenAds());
+    }
+
+    void anotherTextOfTheOfferMovesNothing()
+    {
+        World world;
+        world.offer();
+        world.platform.clock.advance(1s);
+        auto ad = anAd();
+        ad.body = u"Another"_s;
+        world.state->availableAd = ad;
+        settle();
+
+        world.click(u"autoOpenAds"_s);
+
+        QVERIFY(world.state->autoOpenAds());
+    }
+
+    void theSwitchesAssignTheSettings_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<bool>("before");
+        for (const auto& [name, before] :
+            {std::pair(u"autoOpenAds"_s, false), {u"anonymousMode"_s, true}, {u"ageConfirmed"_s, false}})
+            QTest::newRow(qPrintable(name)) << name << name << before;
+        QTest::newRow("startup window") << u"showLaunchWindow"_s << u"showLaunchWindowAtStartup"_s << true;
+    }
+
+    void theSwitchesAssignTheSettings()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QString, key);
+        QFETCH(const bool, before);
+        World world;
+        QCOMPARE(world.button(name)->isChecked(), before);
+
+        world.click(name);
+
+        QCOMPARE(world.platform.settings.values.at(key), Json(!before));
+        QCOMPARE(world.button(name)->isChecked(), !before);
+    }
+
+    void theKeyboardReachesAndAssignsThemToo()
+    {
+        World world;
+        auto* const row = world.button(u"autoOpenAds"_s);
+        QCOMPARE(row->focusPolicy(), Qt::TabFocus);
+
+        QTest::keyClick(row, Qt::Key_Space);
+        settle();
+
+        QVERIFY(world.state->autoOpenAds());
+    }
+
+    void assistiveTechnologyAssignsThemToo()
+    {
+        World world;
+
+        QAccessible::queryAccessibleInterface(world.button(u"autoOpenAds"_s))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::toggleAction());
+        settle();
+
+        QVERIFY(world.state->autoOpenAds());
+    }
+
+    void consentFollowsAnonymousModeAndAge_data()
+    {
+        QTest::addColumn<bool>("anonymous");
+        QTest::addColumn<bool>("adult");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<QString>("help");
+        QTest::addColumn<QString>("hint");
+        QTest::addColumn<QString>("note");
+
+        const auto anonymousHint = u"Turn off Anonymous mode to use category signals."_s;
+        const auto anonymousNote = u"Anonymous mode sends no app categories."_s;
+        const auto note = u"Category signals send broad labels only."_s;
+        QTest::newRow("anonymous") << true << false << false << kAnonymousHelp << anonymousHint << anonymousNote;
+        QTest::newRow("anonymous adult") << true << true << false << kAnonymousHelp << anonymousHint << anonymousNote;
+        QTest::newRow("age unknown") << false << false << false << kAgeHelp
+                                     << u"Confirm you are 18 or older to use category signals."_s << note;
+        QTest::newRow("open")
+            << false << true << true
+            << u"Sends broad app categories, never raw app names, so ad matching can be more relevant."_s << QString()
+            << note;
+    }
+
+    void consentFollowsAnonymousModeAndAge()
+    {
+        QFETCH(const bool, anonymous);
+        QFETCH(const bool, adult);
+        QFETCH(const bool, enabled);
+        QFETCH(const QString, help);
+        QFETCH(const QString, hint);
+        QFETCH(const QString, note);
+        World world;
+
+        world.state->anonymousMode = anonymous;
+        world.state->ageConfirmed = adult;
+        settle();
+
+        const auto* const consent = world.button(u"appSignalConsent"_s);
+        QCOMPARE(consent->isEnabled(), enabled);
+        QCOMPARE(consent->toolTip(), help);
+        QCOMPARE(consent->accessibleDescription(), help);
+        QCOMPARE(world.has(u"consentHint"_s), !hint.isEmpty());
+        QCOMPARE(world.text(u"consentHint"_s), hint);
+        QCOMPARE(world.text(u"anonymousNote"_s), note);
+    }
+
+    void consentThatTheStateTakesBackShowsAsOff()
+    {
+        World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}, {u"appSignalConsent"_s, true}});
+        QVERIFY(world.button(u"appSignalConsent"_s)->isChecked());
+
+        world.click(u"anonymousMode"_s);
+
+        QVERIFY(!world.button(u"appSignalConsent"_s)->isChecked());
+        QCOMPARE(world.platform.settings.values.at(u"appSignalConsent"_s), Json(false));
+    }
+
+    void consentThatStandsInAnonymousModeIsShownAsItIs()
+    {
+        World world({{u"anonymousMode"_s, true}, {u"ageConfirmed"_s, true}, {u"appSignalConsent"_s, true}});
+
+        QVERIFY(world.button(u"appSignalConsent"_s)->isChecked());
+        QVERIFY(!world.button(u"appSignalConsent"_s)->isEnabled());
+    }
+
+    void openAtLoginAsksTheSystemOnce()
+    {
+        World world;
+
+        world.click(u"openAtLogin"_s);
+
+        QCOMPARE(world.platform.loginItem.registrations, 1);
+        QVERIFY(world.button(u"openAtLogin"_s)->isChecked());
+        QVERIFY(world.state->launchAtLogin());
+    }
+
+    void openAtLoginThatTheSystemRefusesGoesBack()
+    {
+        World world;
+        world.platform.loginItem.failure = Failure {Failure::Kind::refused, u"The folder cannot be written."_s};
+
+        world.click(u"openAtLogin"_s);
+
+        QCOMPARE(world.platform.loginItem.registrations, 1);
+        QVERIFY(!world.button(u"openAtLogin"_s)->isChecked());
+        QCOMPARE(world.text(u"error"_s), u"The folder cannot be written."_s);
+    }
+
+    void theHelpOfEachSwitchIsItsTooltip_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("help");
+        QTest::newRow("auto open")
+            << u"autoOpenAds"_s
+            << u"Automatically opens the ad popup when an ad is ready. If off, click the green $ AD icon manually."_s;
+        QTest::newRow("anonymous")
+            << u"anonymousMode"_s
+            << u"Sends no app-category signals. You can still earn, but ads are matched with less context."_s;
+        QTest::newRow("age") << u"ageConfirmed"_s
+                             << u"Required before category signals and paid ad viewing are enabled."_s;
+        QTest::newRow("login") << u"openAtLogin"_s << u"Starts Orvella automatically when you log in to your Mac."_s;
+        QTest::newRow("startup")
+            << u"showLaunchWindow"_s
+            << u"Controls the larger intro/settings window. Orvella still runs in the menu bar when this is off."_s;
+        QTest::newRow("updates") << u"checkForUpdates"_s << u"Checks Sparkle for the latest Orvella Mac update."_s;
+    }
+
+    void theHelpOfEachSwitchIsItsTooltip()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QString, help);
+
+        QCOMPARE(World().button(name)->toolTip(), help);
+    }
+
+    void updatesAreCheckedOnDemand()
+    {
+        World world;
+
+        world.click(u"checkForUpdates"_s);
+
+        QCOMPARE(world.checks, 1);
+    }
+
+    void anErrorStaysUntilTheNextSuccess()
+    {
+        World world;
+        world.state->lastError = u"No network."_s;
+        settle();
+        QCOMPARE(world.text(u"error"_s), u"No network."_s);
+
+        world.state->lastError = std::nullopt;
+        settle();
+
+        QVERIFY(!world.has(u"error"_s));
+    }
+
+    void anErrorIsNeverOutOfSight()
+    {
+        World world;
+        world.state->verificationUri = u"https://service.test/activate"_s;
+        world.offer();
+
+        world.state->lastError = u"https://service.test/"_s + QString(300, u'x');
+        settle();
+
+        const auto* const error = world.view->findChild<QLabel*>(u"error"_s);
+        const auto place = QRect(error->mapTo(world.view.get(), QPoint()), error->size());
+        QCOMPARE(place, QRect(16, 540 - 16 - 28, 340 - 32, 28));
+        const auto* const scroll = world.view->findChild<QScrollArea*>();
+        QCOMPARE(scroll->geometry().bottom() + 1, place.top() - 16);
+        QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
+    }
+
+    void whatFitsDoesNotScrollAndTheErrorFollowsIt()
+    {
+        World world;
+        world.state->lastError = u"No network."_s;
+        settle();
+
+        const auto* const scroll = world.view->findChild<QScrollArea*>();
+        QCOMPARE(scroll->verticalScrollBar()->maximum(), 0);
+        const auto* const error = world.view->findChild<QLabel*>(u"error"_s);
+        const auto* const last = world.button(u"checkForUpdates"_s);
+        const auto bottom = last->mapTo(world.view.get(), QPoint(0, last->height())).y() - 4;
+        QCOMPARE(error->mapTo(world.view.get(), QPoint()).y(), bottom + 16);
+    }
+
+    void theNeededHeightsAreThoseOfTheDrawing_data()
+    {
+        QTest::addColumn<bool>("isLinked");
+        QTest::addColumn<bool>("hasAllRows");
+        QTest::addColumn<bool>("hasOffer");
+        QTest::addColumn<int>("height");
+        QTest::newRow("new, link") << false << false << false << 501;
+        QTest::newRow("linked, anonymous, all rows") << true << true << false << 522;
+        QTest::newRow("new, offered ad") << false << false << true << 614;
+    }
+
+    void theNeededHeightsAreThoseOfTheDrawing()
+    {
+        QFETCH(const bool, isLinked);
+        QFETCH(const bool, hasAllRows);
+        QFETCH(const bool, hasOffer);
+        QFETCH(const int, height);
+        World world;
+        world.state->linked = isLinked;
+        world.state->verificationUri = u"https://service.test/activate"_s;
+        if (hasAllRows) {
+            world.state->paidCents = 1;
+            world.state->lastEarnedCents = 1.0;
+        }
+        if (hasOffer) {
+            auto ad = anAd();
+            ad.body = u"Short"_s;
+            world.state->availableAd = ad;
+        }
+        settle();
+
+        // The note about advertisers takes two lines in every font.
+        QCOMPARE(world.view->findChild<QScrollArea*>()->widget()->layout()->heightForWidth(340), height);
+    }
+
+    void everyOpeningStartsAtTheTop()
+    {
+        World world;
+        world.offer();
+        world.state->lastError = u"No network."_s;
+        settle();
+        auto* const position = world.view->findChild<QScrollArea*>()->verticalScrollBar();
+        position->setValue(position->maximum());
+        QVERIFY(position->value() > 0);
+
+        world.view->hide();
+        world.view->show();
+
+        QCOMPARE(position->value(), 0);
+    }
+
+    void everyControlHasANameForThoseWhoDoNotSeeIt()
+    {
+        World world;
+        world.state->verificationUri = u"https://service.test/activate"_s;
+        world.offer();
+
+        for (auto* const control : world.view->findChildren<QAbstractButton*>()) {
+            QVERIFY2(
+                !control->text().isEmpty() || !control->accessibleName().isEmpty(), qPrintable(control->objectName()));
+            QVERIFY2(!control->objectName().isEmpty(), qPrintable(control->text()));
+        }
+    }
+};
+
+QTEST_MAIN(MenuPopoverViewTest)
+
+#include "MenuPopoverViewTest.moc"
