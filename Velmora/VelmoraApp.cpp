@@ -3,6 +3,7 @@
 #include "api/CurlTransport.h"
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "app/Translations.h"
 #include "base/ApplicationId.h"
 #include "base/Version.h"
 #include "platform/Instance.h"
@@ -50,6 +51,7 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
     if (!platform.instance().claim())
         return 0;
+    const Translations translations(Translations::languagesOf(platform.lend().locale));
     CurlTransport transport;
     AppDelegate delegate(platform.lend(), transport);
     delegate.applicationDidFinishLaunching();

@@ -1,0 +1,518 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>AtomicFile</name>
+    <message>
+        <source>A file could not be written: %1.</source>
+        <translation>Un fichier n’a pas pu être écrit&#xa0;: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>AutostartLoginItem</name>
+    <message>
+        <source>The entry for starting at login could not be removed: %1.</source>
+        <translation>L’entrée de démarrage à l’ouverture de session n’a pas pu être supprimée&#xa0;: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Unexpected argument &apos;%1&apos;.</source>
+        <translation>Argument inattendu «&#xa0;%1&#xa0;».</translation>
+    </message>
+    <message>
+        <source>The folder of the profile has no name.</source>
+        <translation>Le dossier du profil n’a pas de nom.</translation>
+    </message>
+    <message>
+        <source>Usage: orvella [OPTION]...
+Pays its viewer for looking at short ads, from the desktop&apos;s bar.
+
+  --profile DIR    keep settings, secrets, autostart entry and state in DIR
+  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
+                   text; may be repeated
+  -h, --help       show this help and exit
+  -v, --version    show the version and exit
+</source>
+        <translation>Utilisation&#xa0;: orvella [OPTION]...
+Rémunère le visionnage de courtes publicités, depuis la barre du bureau.
+
+  --profile DIR    garder réglages, secrets, entrée de démarrage et état dans DIR
+  --set KEY=VALUE  utiliser ce réglage pour cette exécution seulement&#xa0;; VALUE est
+                   du JSON, ou sinon un texte&#xa0;; peut être répété
+  -h, --help       afficher cette aide et quitter
+  -v, --version    afficher la version et quitter
+</translation>
+    </message>
+</context>
+<context>
+    <name>CurlTransport</name>
+    <message>
+        <source>The server&apos;s certificate belongs to another server.</source>
+        <translation>Le certificat du serveur appartient à un autre serveur.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate is not valid yet.</source>
+        <translation>Le certificat du serveur n’est pas encore valide.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate has expired.</source>
+        <translation>Le certificat du serveur a expiré.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate is not trusted.</source>
+        <translation>Le certificat du serveur n’est pas digne de confiance.</translation>
+    </message>
+    <message>
+        <source>The server could not be found.</source>
+        <translation>Le serveur est introuvable.</translation>
+    </message>
+    <message>
+        <source>The proxy could not be found.</source>
+        <translation>Le serveur mandataire est introuvable.</translation>
+    </message>
+    <message>
+        <source>The proxy did not connect to the server.</source>
+        <translation>Le serveur mandataire ne s’est pas connecté au serveur.</translation>
+    </message>
+    <message>
+        <source>The server could not be reached.</source>
+        <translation>Le serveur est injoignable.</translation>
+    </message>
+    <message>
+        <source>The connection to the server was lost.</source>
+        <translation>La connexion au serveur a été perdue.</translation>
+    </message>
+    <message>
+        <source>No secure connection to the server could be made.</source>
+        <translation>Aucune connexion sécurisée au serveur n’a pu être établie.</translation>
+    </message>
+    <message>
+        <source>The computer&apos;s list of trusted certificates could not be read.</source>
+        <translation>La liste des certificats de confiance de l’ordinateur n’a pas pu être lue.</translation>
+    </message>
+    <message>
+        <source>The request timed out.</source>
+        <translation>Le délai de la requête a expiré.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s answer could not be understood.</source>
+        <translation>La réponse du serveur n’a pas pu être comprise.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s answer was too large.</source>
+        <translation>La réponse du serveur est trop volumineuse.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s address is not valid.</source>
+        <translation>L’adresse du serveur n’est pas valide.</translation>
+    </message>
+    <message>
+        <source>The request to the server did not succeed.</source>
+        <translation>La requête au serveur a échoué.</translation>
+    </message>
+    <message>
+        <source>The request could not be written.</source>
+        <translation>La requête n’a pas pu être écrite.</translation>
+    </message>
+</context>
+<context>
+    <name>DistributionUpdater</name>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella est mis à jour avec votre système. Recherchez les mises à jour dans votre logithèque.</translation>
+    </message>
+</context>
+<context>
+    <name>Json</name>
+    <message>
+        <source>The text is not valid JSON.</source>
+        <translation>Le texte n’est pas du JSON valide.</translation>
+    </message>
+    <message>
+        <source>The text could not be written as JSON.</source>
+        <translation>Le texte n’a pas pu être écrit en JSON.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyringSession</name>
+    <message>
+        <source>Orvella (%1)</source>
+        <translation>Orvella (%1)</translation>
+    </message>
+    <message>
+        <source>Default keyring</source>
+        <translation>Trousseau par défaut</translation>
+    </message>
+</context>
+<context>
+    <name>OverlaySettings</name>
+    <message>
+        <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
+        <translation>«&#xa0;%1&#xa0;» n’est pas de la forme KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>Record</name>
+    <message>
+        <source>is not true or false</source>
+        <translation>n’est ni vrai ni faux</translation>
+    </message>
+    <message>
+        <source>is not an integer</source>
+        <translation>n’est pas un nombre entier</translation>
+    </message>
+    <message>
+        <source>is not a number</source>
+        <translation>n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>is not a text</source>
+        <translation>n’est pas un texte</translation>
+    </message>
+    <message>
+        <source>is not a list</source>
+        <translation>n’est pas une liste</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>est absent</translation>
+    </message>
+    <message>
+        <source>is not an object</source>
+        <translation>n’est pas un objet</translation>
+    </message>
+    <message>
+        <source>is not JSON</source>
+        <translation>n’est pas du JSON</translation>
+    </message>
+    <message>
+        <source>The service&apos;s answer could not be read: it %1.</source>
+        <translation>La réponse du service n’a pas pu être lue&#xa0;: elle %1.</translation>
+    </message>
+    <message>
+        <source>The service&apos;s answer could not be read: %1 %2.</source>
+        <translation>La réponse du service n’a pas pu être lue&#xa0;: %1 %2.</translation>
+    </message>
+</context>
+<context>
+    <name>ServiceCall</name>
+    <message>
+        <source>The service could not answer the request.</source>
+        <translation>Le service n’a pas pu répondre à la requête.</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdDisclosure</name>
+    <message>
+        <source>Broad delivery matched your language. No app category was used.</source>
+        <translation>Diffusion large, selon votre langue. Aucune catégorie d’applications n’a été utilisée.</translation>
+    </message>
+    <message>
+        <source>Matched using consented broad categories: %1. Raw app names were not sent.</source>
+        <translation>Choisie d’après des catégories générales auxquelles vous avez consenti&#xa0;: %1. Les noms des applications n’ont pas été envoyés.</translation>
+    </message>
+    <message>
+        <source>Paid ad by %1</source>
+        <translation>Publicité payée par %1</translation>
+    </message>
+    <message>
+        <source>Change category matching from the Orvella menu. Anonymous mode disables category targeting.</source>
+        <translation>La sélection par catégories se règle dans le menu d’Orvella. Le mode anonyme désactive le ciblage par catégories.</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdWindowController</name>
+    <message>
+        <source>Ad</source>
+        <translation>Publicité</translation>
+    </message>
+    <message>
+        <source>Ad information</source>
+        <translation>Informations sur la publicité</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdWindowView</name>
+    <message>
+        <source>Paid</source>
+        <translation>Crédité</translation>
+    </message>
+    <message>
+        <source>Open ad: %1</source>
+        <translation>Ouvrir la publicité&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Why you are seeing this ad</source>
+        <translation>Pourquoi vous voyez cette publicité</translation>
+    </message>
+    <message>
+        <source>Ad information</source>
+        <translation>Informations sur la publicité</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Dismiss without earning</source>
+        <translation>Fermer sans rien gagner</translation>
+    </message>
+    <message>
+        <source>Close ad</source>
+        <translation>Fermer la publicité</translation>
+    </message>
+    <message>
+        <source>Dismiss ad without earning</source>
+        <translation>Fermer la publicité sans rien gagner</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::CountdownGauge</name>
+    <message>
+        <source>Ad time remaining</source>
+        <translation>Temps restant de la publicité</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 secondes</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::LaunchWindowView</name>
+    <message>
+        <source>Orvella is running</source>
+        <translation>Orvella est en marche</translation>
+    </message>
+    <message>
+        <source>The app lives in your Mac menu bar and opens at login.</source>
+        <translation>L’application vit dans la barre du bureau et s’ouvre avec la session.</translation>
+    </message>
+    <message>
+        <source>Look for $ in the top bar.</source>
+        <translation>Cherchez $ dans la barre.</translation>
+    </message>
+    <message>
+        <source>When it changes to green $ AD, an ad is available.</source>
+        <translation>Quand il devient $ AD en vert, une publicité est disponible.</translation>
+    </message>
+    <message>
+        <source>Click $ to open the ad. Auto open still works even if macOS hides it.</source>
+        <translation>Un clic sur $ ouvre la publicité. L’ouverture automatique marche aussi sans $.</translation>
+    </message>
+    <message>
+        <source>Orvella keeps $ pinned near the right side of the menu bar. If macOS moves it after a display change, reopening Orvella restores the placement.</source>
+        <translation>Orvella garde $ près du côté droit de la barre. Si le système le déplace après un changement d’écran, rouvrir Orvella le remet à sa place.</translation>
+    </message>
+    <message>
+        <source>Auto open ads when available</source>
+        <translation>Ouvrir automatiquement les publicités disponibles</translation>
+    </message>
+    <message>
+        <source>When enabled, Orvella opens the ad popup automatically when a qualified ad is available. When disabled, the menu bar icon turns green and waits for your click.</source>
+        <translation>Si cette option est activée, Orvella ouvre la fenêtre de publicité automatiquement dès qu’une publicité admissible est disponible. Sinon, l’icône de la barre devient verte et attend votre clic.</translation>
+    </message>
+    <message>
+        <source>Ad delivery</source>
+        <translation>Diffusion des publicités</translation>
+    </message>
+    <message>
+        <source>Manual mode still works: the $ icon changes when an ad is ready.</source>
+        <translation>Le mode manuel reste possible&#xa0;: l’icône $ change quand une publicité est prête.</translation>
+    </message>
+    <message>
+        <source>Anonymous mode</source>
+        <translation>Mode anonyme</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app-category signals. You can still see ads, but matching is less personalized.</source>
+        <translation>Le mode anonyme n’envoie aucun signal de catégories d’applications. Vous voyez toujours des publicités, mais leur sélection est moins personnalisée.</translation>
+    </message>
+    <message>
+        <source>Use app category signals</source>
+        <translation>Utiliser les signaux de catégories d’applications</translation>
+    </message>
+    <message>
+        <source>I am 18 or older</source>
+        <translation>J’ai 18 ans ou plus</translation>
+    </message>
+    <message>
+        <source>Ads and earnings are only available for viewers who confirm they are at least 18.</source>
+        <translation>Les publicités et les gains sont réservés aux personnes qui confirment avoir au moins 18 ans.</translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation>Confidentialité</translation>
+    </message>
+    <message>
+        <source>Show this window when Orvella starts</source>
+        <translation>Afficher cette fenêtre au démarrage d’Orvella</translation>
+    </message>
+    <message>
+        <source>Controls only this startup window. Orvella still runs in the menu bar when this is off.</source>
+        <translation>Ne concerne que cette fenêtre de démarrage. Si l’option est désactivée, Orvella reste dans la barre.</translation>
+    </message>
+    <message>
+        <source>Turning this off only hides this startup window. Orvella will still open in the menu bar and keep checking for ads.</source>
+        <translation>Désactiver cette option masque seulement cette fenêtre. Orvella s’ouvre toujours dans la barre et continue à chercher des publicités.</translation>
+    </message>
+    <message>
+        <source>Open dashboard</source>
+        <translation>Ouvrir le tableau de bord</translation>
+    </message>
+    <message>
+        <source>Quit Orvella</source>
+        <translation>Quitter Orvella</translation>
+    </message>
+    <message>
+        <source>Got it</source>
+        <translation>Compris</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app categories.</source>
+        <translation>Le mode anonyme n’envoie aucune catégorie d’applications.</translation>
+    </message>
+    <message>
+        <source>We send broad categories like Developer tools or Design tools, never raw app names.</source>
+        <translation>Nous envoyons des catégories générales comme «&#xa0;Outils de développement&#xa0;» ou «&#xa0;Outils de création&#xa0;», jamais les noms des applications.</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::MenuPopoverView</name>
+    <message>
+        <source>earned</source>
+        <translation>gagnés</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>Versé</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>Dernière publicité</translation>
+    </message>
+    <message>
+        <source>Available</source>
+        <translation>Disponible</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>En attente</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>Total cumulé</translation>
+    </message>
+    <message>
+        <source>Open ad</source>
+        <translation>Ouvrir la publicité</translation>
+    </message>
+    <message>
+        <source>Auto open ads</source>
+        <translation>Ouvrir les publicités automatiquement</translation>
+    </message>
+    <message>
+        <source>Automatically opens the ad popup when an ad is ready. If off, click the green $ AD icon manually.</source>
+        <translation>Ouvre la fenêtre de publicité automatiquement quand une publicité est prête. Sinon, cliquez vous-même sur l’icône verte $ AD.</translation>
+    </message>
+    <message>
+        <source>Anonymous mode</source>
+        <translation>Mode anonyme</translation>
+    </message>
+    <message>
+        <source>Sends no app-category signals. You can still earn, but ads are matched with less context.</source>
+        <translation>N’envoie aucun signal de catégories d’applications. Vous pouvez toujours gagner de l’argent, mais les publicités sont choisies avec moins de contexte.</translation>
+    </message>
+    <message>
+        <source>App category signals</source>
+        <translation>Signaux de catégories d’applications</translation>
+    </message>
+    <message>
+        <source>I am 18 or older</source>
+        <translation>J’ai 18 ans ou plus</translation>
+    </message>
+    <message>
+        <source>Required before category signals and paid ad viewing are enabled.</source>
+        <translation>Nécessaire pour activer les signaux de catégories et le visionnage rémunéré de publicités.</translation>
+    </message>
+    <message>
+        <source>Advertisers never see your email, device id, raw app names, or open apps.</source>
+        <translation>Les annonceurs ne voient jamais votre adresse électronique, l’identifiant de votre appareil, les noms de vos applications ni les applications ouvertes.</translation>
+    </message>
+    <message>
+        <source>Open at login</source>
+        <translation>Ouvrir avec la session</translation>
+    </message>
+    <message>
+        <source>Starts Orvella automatically when you log in to your Mac.</source>
+        <translation>Démarre Orvella automatiquement quand vous ouvrez votre session.</translation>
+    </message>
+    <message>
+        <source>Show startup window</source>
+        <translation>Afficher la fenêtre de démarrage</translation>
+    </message>
+    <message>
+        <source>Controls the larger intro/settings window. Orvella still runs in the menu bar when this is off.</source>
+        <translation>Concerne la grande fenêtre de présentation et de réglages. Si l’option est désactivée, Orvella reste dans la barre.</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <translation>Rechercher des mises à jour…</translation>
+    </message>
+    <message>
+        <source>Checks Sparkle for the latest Orvella Mac update.</source>
+        <translation>Recherche la dernière mise à jour d’Orvella.</translation>
+    </message>
+    <message>
+        <source>Link this Mac</source>
+        <translation>Associer cet ordinateur</translation>
+    </message>
+    <message>
+        <source>Linked</source>
+        <translation>Associé</translation>
+    </message>
+    <message>
+        <source>Link pending</source>
+        <translation>Association en attente</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app categories.</source>
+        <translation>Le mode anonyme n’envoie aucune catégorie d’applications.</translation>
+    </message>
+    <message>
+        <source>Category signals send broad labels only.</source>
+        <translation>Les signaux de catégories n’envoient que des libellés généraux.</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::StatusBarController</name>
+    <message>
+        <source>Orvella · ad ready</source>
+        <translation>Orvella · publicité prête</translation>
+    </message>
+    <message>
+        <source>Orvella · %1 available</source>
+        <translation>Orvella · %1 disponibles</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::StatusMenu</name>
+    <message>
+        <source>Open ad</source>
+        <translation>Ouvrir la publicité</translation>
+    </message>
+    <message>
+        <source>Balances and settings</source>
+        <translation>Soldes et réglages</translation>
+    </message>
+    <message>
+        <source>About Orvella</source>
+        <translation>À propos d’Orvella</translation>
+    </message>
+    <message>
+        <source>Quit Orvella</source>
+        <translation>Quitter Orvella</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,518 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>AtomicFile</name>
+    <message>
+        <source>A file could not be written: %1.</source>
+        <translation>ファイルに書き込めませんでした: %1。</translation>
+    </message>
+</context>
+<context>
+    <name>AutostartLoginItem</name>
+    <message>
+        <source>The entry for starting at login could not be removed: %1.</source>
+        <translation>ログイン時に起動するための項目を削除できませんでした: %1。</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Unexpected argument &apos;%1&apos;.</source>
+        <translation>予期しない引数「%1」です。</translation>
+    </message>
+    <message>
+        <source>The folder of the profile has no name.</source>
+        <translation>プロファイルのフォルダーに名前がありません。</translation>
+    </message>
+    <message>
+        <source>Usage: orvella [OPTION]...
+Pays its viewer for looking at short ads, from the desktop&apos;s bar.
+
+  --profile DIR    keep settings, secrets, autostart entry and state in DIR
+  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
+                   text; may be repeated
+  -h, --help       show this help and exit
+  -v, --version    show the version and exit
+</source>
+        <translation>使い方: orvella [OPTION]...
+デスクトップのバーから短い広告を見ると報酬が得られます。
+
+  --profile DIR    設定、秘密情報、自動起動の項目、状態を DIR に保存する
+  --set KEY=VALUE  この設定を今回の実行でのみ使う。VALUE は JSON、それ以外は
+                   文字列。繰り返し指定できる
+  -h, --help       このヘルプを表示して終了する
+  -v, --version    バージョンを表示して終了する
+</translation>
+    </message>
+</context>
+<context>
+    <name>CurlTransport</name>
+    <message>
+        <source>The server&apos;s certificate belongs to another server.</source>
+        <translation>サーバーの証明書は別のサーバーのものです。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate is not valid yet.</source>
+        <translation>サーバーの証明書はまだ有効ではありません。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate has expired.</source>
+        <translation>サーバーの証明書の有効期限が切れています。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate is not trusted.</source>
+        <translation>サーバーの証明書は信頼されていません。</translation>
+    </message>
+    <message>
+        <source>The server could not be found.</source>
+        <translation>サーバーが見つかりませんでした。</translation>
+    </message>
+    <message>
+        <source>The proxy could not be found.</source>
+        <translation>プロキシが見つかりませんでした。</translation>
+    </message>
+    <message>
+        <source>The proxy did not connect to the server.</source>
+        <translation>プロキシがサーバーに接続できませんでした。</translation>
+    </message>
+    <message>
+        <source>The server could not be reached.</source>
+        <translation>サーバーに接続できませんでした。</translation>
+    </message>
+    <message>
+        <source>The connection to the server was lost.</source>
+        <translation>サーバーとの接続が切れました。</translation>
+    </message>
+    <message>
+        <source>No secure connection to the server could be made.</source>
+        <translation>サーバーとの安全な接続を確立できませんでした。</translation>
+    </message>
+    <message>
+        <source>The computer&apos;s list of trusted certificates could not be read.</source>
+        <translation>コンピューターの信頼済み証明書の一覧を読み取れませんでした。</translation>
+    </message>
+    <message>
+        <source>The request timed out.</source>
+        <translation>リクエストがタイムアウトしました。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s answer could not be understood.</source>
+        <translation>サーバーの応答を解釈できませんでした。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s answer was too large.</source>
+        <translation>サーバーの応答が大きすぎます。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s address is not valid.</source>
+        <translation>サーバーのアドレスが正しくありません。</translation>
+    </message>
+    <message>
+        <source>The request to the server did not succeed.</source>
+        <translation>サーバーへのリクエストは成功しませんでした。</translation>
+    </message>
+    <message>
+        <source>The request could not be written.</source>
+        <translation>リクエストを書き込めませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>DistributionUpdater</name>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella はシステムと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。</translation>
+    </message>
+</context>
+<context>
+    <name>Json</name>
+    <message>
+        <source>The text is not valid JSON.</source>
+        <translation>テキストは正しい JSON ではありません。</translation>
+    </message>
+    <message>
+        <source>The text could not be written as JSON.</source>
+        <translation>テキストを JSON として書き込めませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>KeyringSession</name>
+    <message>
+        <source>Orvella (%1)</source>
+        <translation>Orvella (%1)</translation>
+    </message>
+    <message>
+        <source>Default keyring</source>
+        <translation>デフォルトのキーリング</translation>
+    </message>
+</context>
+<context>
+    <name>OverlaySettings</name>
+    <message>
+        <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
+        <translation>「%1」は KEY=VALUE の形式ではありません。</translation>
+    </message>
+</context>
+<context>
+    <name>Record</name>
+    <message>
+        <source>is not true or false</source>
+        <translation>が真偽値ではありません</translation>
+    </message>
+    <message>
+        <source>is not an integer</source>
+        <translation>が整数ではありません</translation>
+    </message>
+    <message>
+        <source>is not a number</source>
+        <translation>が数値ではありません</translation>
+    </message>
+    <message>
+        <source>is not a text</source>
+        <translation>がテキストではありません</translation>
+    </message>
+    <message>
+        <source>is not a list</source>
+        <translation>がリストではありません</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>がありません</translation>
+    </message>
+    <message>
+        <source>is not an object</source>
+        <translation>がオブジェクトではありません</translation>
+    </message>
+    <message>
+        <source>is not JSON</source>
+        <translation>が JSON ではありません</translation>
+    </message>
+    <message>
+        <source>The service&apos;s answer could not be read: it %1.</source>
+        <translation>サービスの応答を読み取れませんでした: 応答%1。</translation>
+    </message>
+    <message>
+        <source>The service&apos;s answer could not be read: %1 %2.</source>
+        <translation>サービスの応答を読み取れませんでした: %1 %2。</translation>
+    </message>
+</context>
+<context>
+    <name>ServiceCall</name>
+    <message>
+        <source>The service could not answer the request.</source>
+        <translation>サービスはリクエストに応答できませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdDisclosure</name>
+    <message>
+        <source>Broad delivery matched your language. No app category was used.</source>
+        <translation>言語に合わせて広く配信された広告です。アプリのカテゴリは使われていません。</translation>
+    </message>
+    <message>
+        <source>Matched using consented broad categories: %1. Raw app names were not sent.</source>
+        <translation>同意いただいた大まかなカテゴリに基づいて選ばれました: %1。アプリ名は送信されていません。</translation>
+    </message>
+    <message>
+        <source>Paid ad by %1</source>
+        <translation>%1 の有料広告</translation>
+    </message>
+    <message>
+        <source>Change category matching from the Orvella menu. Anonymous mode disables category targeting.</source>
+        <translation>カテゴリによる選択は Orvella のメニューで変更できます。匿名モードではカテゴリによるターゲティングは行われません。</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdWindowController</name>
+    <message>
+        <source>Ad</source>
+        <translation>広告</translation>
+    </message>
+    <message>
+        <source>Ad information</source>
+        <translation>広告の情報</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::AdWindowView</name>
+    <message>
+        <source>Paid</source>
+        <translation>付与済み</translation>
+    </message>
+    <message>
+        <source>Open ad: %1</source>
+        <translation>広告を開く: %1</translation>
+    </message>
+    <message>
+        <source>Why you are seeing this ad</source>
+        <translation>この広告が表示される理由</translation>
+    </message>
+    <message>
+        <source>Ad information</source>
+        <translation>広告の情報</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Dismiss without earning</source>
+        <translation>報酬を受け取らずに閉じる</translation>
+    </message>
+    <message>
+        <source>Close ad</source>
+        <translation>広告を閉じる</translation>
+    </message>
+    <message>
+        <source>Dismiss ad without earning</source>
+        <translation>報酬を受け取らずに広告を閉じる</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::CountdownGauge</name>
+    <message>
+        <source>Ad time remaining</source>
+        <translation>広告の残り時間</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 秒</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::LaunchWindowView</name>
+    <message>
+        <source>Orvella is running</source>
+        <translation>Orvella は動作中です</translation>
+    </message>
+    <message>
+        <source>The app lives in your Mac menu bar and opens at login.</source>
+        <translation>このアプリはデスクトップのバーに常駐し、ログイン時に開きます。</translation>
+    </message>
+    <message>
+        <source>Look for $ in the top bar.</source>
+        <translation>バーにある $ を探してください。</translation>
+    </message>
+    <message>
+        <source>When it changes to green $ AD, an ad is available.</source>
+        <translation>緑色の $ AD に変わったら、広告があります。</translation>
+    </message>
+    <message>
+        <source>Click $ to open the ad. Auto open still works even if macOS hides it.</source>
+        <translation>$ をクリックすると広告が開きます。隠れていても自動で開きます。</translation>
+    </message>
+    <message>
+        <source>Orvella keeps $ pinned near the right side of the menu bar. If macOS moves it after a display change, reopening Orvella restores the placement.</source>
+        <translation>Orvella は $ をバーの右側に保ちます。画面の変更後にシステムが移動させた場合は、Orvella を開き直すと元の位置に戻ります。</translation>
+    </message>
+    <message>
+        <source>Auto open ads when available</source>
+        <translation>広告があるときに自動で開く</translation>
+    </message>
+    <message>
+        <source>When enabled, Orvella opens the ad popup automatically when a qualified ad is available. When disabled, the menu bar icon turns green and waits for your click.</source>
+        <translation>オンにすると、条件に合う広告があるときに Orvella が広告ウィンドウを自動で開きます。オフにすると、バーのアイコンが緑色になり、クリックを待ちます。</translation>
+    </message>
+    <message>
+        <source>Ad delivery</source>
+        <translation>広告の配信</translation>
+    </message>
+    <message>
+        <source>Manual mode still works: the $ icon changes when an ad is ready.</source>
+        <translation>手動でも利用できます。広告の準備ができると $ アイコンが変わります。</translation>
+    </message>
+    <message>
+        <source>Anonymous mode</source>
+        <translation>匿名モード</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app-category signals. You can still see ads, but matching is less personalized.</source>
+        <translation>匿名モードではアプリカテゴリのシグナルを送信しません。広告は引き続き表示されますが、個人に合わせた選択は少なくなります。</translation>
+    </message>
+    <message>
+        <source>Use app category signals</source>
+        <translation>アプリカテゴリのシグナルを使う</translation>
+    </message>
+    <message>
+        <source>I am 18 or older</source>
+        <translation>18 歳以上です</translation>
+    </message>
+    <message>
+        <source>Ads and earnings are only available for viewers who confirm they are at least 18.</source>
+        <translation>広告と報酬は、18 歳以上であることを確認した方だけが利用できます。</translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation>プライバシー</translation>
+    </message>
+    <message>
+        <source>Show this window when Orvella starts</source>
+        <translation>Orvella の起動時にこのウィンドウを表示する</translation>
+    </message>
+    <message>
+        <source>Controls only this startup window. Orvella still runs in the menu bar when this is off.</source>
+        <translation>この起動ウィンドウだけの設定です。オフにしても Orvella はバーで動作し続けます。</translation>
+    </message>
+    <message>
+        <source>Turning this off only hides this startup window. Orvella will still open in the menu bar and keep checking for ads.</source>
+        <translation>オフにしても、この起動ウィンドウが表示されなくなるだけです。Orvella は引き続きバーで開き、広告を確認します。</translation>
+    </message>
+    <message>
+        <source>Open dashboard</source>
+        <translation>ダッシュボードを開く</translation>
+    </message>
+    <message>
+        <source>Quit Orvella</source>
+        <translation>Orvella を終了</translation>
+    </message>
+    <message>
+        <source>Got it</source>
+        <translation>了解</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app categories.</source>
+        <translation>匿名モードではアプリのカテゴリを送信しません。</translation>
+    </message>
+    <message>
+        <source>We send broad categories like Developer tools or Design tools, never raw app names.</source>
+        <translation>「開発ツール」や「デザインツール」のような大まかなカテゴリだけを送信し、アプリ名は決して送信しません。</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::MenuPopoverView</name>
+    <message>
+        <source>earned</source>
+        <translation>獲得額</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>支払い済み</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>前回の広告</translation>
+    </message>
+    <message>
+        <source>Available</source>
+        <translation>利用可能</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>保留中</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>累計</translation>
+    </message>
+    <message>
+        <source>Open ad</source>
+        <translation>広告を開く</translation>
+    </message>
+    <message>
+        <source>Auto open ads</source>
+        <translation>広告を自動で開く</translation>
+    </message>
+    <message>
+        <source>Automatically opens the ad popup when an ad is ready. If off, click the green $ AD icon manually.</source>
+        <translation>広告の準備ができると広告ウィンドウを自動で開きます。オフの場合は、緑色の $ AD アイコンをクリックしてください。</translation>
+    </message>
+    <message>
+        <source>Anonymous mode</source>
+        <translation>匿名モード</translation>
+    </message>
+    <message>
+        <source>Sends no app-category signals. You can still earn, but ads are matched with less context.</source>
+        <translation>アプリカテゴリのシグナルを送信しません。報酬は引き続き得られますが、広告はより少ない情報で選ばれます。</translation>
+    </message>
+    <message>
+        <source>App category signals</source>
+        <translation>アプリカテゴリのシグナル</translation>
+    </message>
+    <message>
+        <source>I am 18 or older</source>
+        <translation>18 歳以上です</translation>
+    </message>
+    <message>
+        <source>Required before category signals and paid ad viewing are enabled.</source>
+        <translation>カテゴリのシグナルと報酬付きの広告視聴を有効にする前に必要です。</translation>
+    </message>
+    <message>
+        <source>Advertisers never see your email, device id, raw app names, or open apps.</source>
+        <translation>広告主に、メールアドレス、デバイス ID、アプリ名、開いているアプリが知られることはありません。</translation>
+    </message>
+    <message>
+        <source>Open at login</source>
+        <translation>ログイン時に開く</translation>
+    </message>
+    <message>
+        <source>Starts Orvella automatically when you log in to your Mac.</source>
+        <translation>ログインすると Orvella を自動で起動します。</translation>
+    </message>
+    <message>
+        <source>Show startup window</source>
+        <translation>起動ウィンドウを表示する</translation>
+    </message>
+    <message>
+        <source>Controls the larger intro/settings window. Orvella still runs in the menu bar when this is off.</source>
+        <translation>紹介と設定の大きいウィンドウの表示を切り替えます。オフにしても Orvella はバーで動作し続けます。</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <translation>アップデートを確認…</translation>
+    </message>
+    <message>
+        <source>Checks Sparkle for the latest Orvella Mac update.</source>
+        <translation>Orvella の最新のアップデートを確認します。</translation>
+    </message>
+    <message>
+        <source>Link this Mac</source>
+        <translation>このコンピューターをリンク</translation>
+    </message>
+    <message>
+        <source>Linked</source>
+        <translation>リンク済み</translation>
+    </message>
+    <message>
+        <source>Link pending</source>
+        <translation>リンク待ち</translation>
+    </message>
+    <message>
+        <source>Anonymous mode sends no app categories.</source>
+        <translation>匿名モードではアプリのカテゴリを送信しません。</translation>
+    </message>
+    <message>
+        <source>Category signals send broad labels only.</source>
+        <translation>カテゴリのシグナルでは大まかな分類だけを送信します。</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::StatusBarController</name>
+    <message>
+        <source>Orvella · ad ready</source>
+        <translation>Orvella · 広告の準備完了</translation>
+    </message>
+    <message>
+        <source>Orvella · %1 available</source>
+        <translation>Orvella · %1 利用可能</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::StatusMenu</name>
+    <message>
+        <source>Open ad</source>
+        <translation>広告を開く</translation>
+    </message>
+    <message>
+        <source>Balances and settings</source>
+        <translation>残高と設定</translation>
+    </message>
+    <message>
+        <source>About Orvella</source>
+        <translation>Orvella について</translation>
+    </message>
+    <message>
+        <source>Quit Orvella</source>
+        <translation>Orvella を終了</translation>
+    </message>
+</context>
+</TS>
