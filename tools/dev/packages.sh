@@ -11,6 +11,8 @@ declare -A packages=(
     [desktop]="xvfb openbox xfwm4 xdotool imagemagick x11-utils xfce4-panel lxqt-panel tint2 gnome-keyring
         libsecret-tools dbus libglib2.0-bin fonts-dejavu-core adwaita-icon-theme curl"
     [run]="libqt6sql6-sqlite ca-certificates xdg-utils"
+    # The fonts of the pictures of the user interface.
+    [shots]="fonts-inter fonts-jetbrains-mono"
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
         x11-xserver-utils"
     [bench]="libbenchmark-dev"
