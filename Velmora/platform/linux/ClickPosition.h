@@ -16,8 +16,9 @@ struct ScreenArea {
 
 /// Where the status item was clicked, in screen coordinates; nothing where that is not known.
 ///
-/// Some bars report a position within the item instead of one on the screen, so the reported one counts only where it
-/// lies in a panel. Else the pointer's position is taken, if there is one that can be trusted.
+/// The pointer's position counts first, if there is one that can be trusted and it lies in a panel: what bars report
+/// may be within the item, or in device pixels. Then the reported one, if it lies in a panel. Then the pointer's at an
+/// edge of a screen, where a panel may hide. An item that was activated by the keyboard has none of them.
 [[nodiscard]] std::optional<QPoint> clickPosition(
     QPoint reported, const QList<ScreenArea>& screens, const std::optional<QPoint>& pointer);
 

@@ -165,9 +165,10 @@ void StatusNotifierItem::clicked(QPoint reported)
 
 void StatusNotifierItem::menuRequested(QPoint reported)
 {
-    m_lastClick = clickPosition(reported, screenAreas(), pointerPosition());
+    const auto pointer = pointerPosition();
+    m_lastClick = clickPosition(reported, screenAreas(), pointer);
     if (m_handlers.menuRequested)
-        m_handlers.menuRequested(m_lastClick.value_or(reported));
+        m_handlers.menuRequested(m_lastClick.value_or(pointer.value_or(reported)));
 }
 
 } // namespace orvella

@@ -230,6 +230,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::primaryScreen()->availableGeometry().top(), 24, kPatienceMs);
         QVERIFY(m_area->start());
         QTRY_COMPARE_WITH_TIMEOUT(m_area->items().size(), 1, kPatienceMs);
+        QVERIFY(movePointer({640, 300}));
         m_area->call(m_bus.baseService(), u"ContextMenu"_s, {600, 10});
 
         QCOMPARE(m_menuPlaces, (QList<QPoint> {inTray, {600, 10}}));
@@ -247,6 +248,7 @@ private Q_SLOTS:
         QVERIFY(reserveTop(28));
         QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::primaryScreen()->availableGeometry().top(), 28, kPatienceMs);
         showInArea();
+        QVERIFY(movePointer({640, 300}));
         QCOMPARE(m_item->place(), std::nullopt);
 
         m_area->call(m_bus.baseService(), u"Activate"_s, {1210, 14});
@@ -254,21 +256,31 @@ private Q_SLOTS:
         QCOMPARE(m_item->place(), QRect(1210, 14, 1, 1));
     }
 
-    void elsewhereThePointerIsThePlace()
+    void elsewhereTheMenuIsAtThePointerAndThePlaceIsNotKnown()
     {
         showInArea();
-        QCursor::setPos(640, 300);
-        QTRY_COMPARE_WITH_TIMEOUT(QCursor::pos(), QPoint(640, 300), kPatienceMs);
+        QVERIFY(movePointer({640, 300}));
 
         m_area->call(m_bus.baseService(), u"ContextMenu"_s, {20, 300});
 
         QCOMPARE(m_menuPlaces, QList<QPoint> {QPoint(640, 300)});
-        QCOMPARE(m_item->place(), QRect(640, 300, 1, 1));
+        QCOMPARE(m_item->place(), std::nullopt);
+    }
+
+    void aPointerAtTheEdgeIsThePlace()
+    {
+        showInArea();
+        QVERIFY(movePointer({640, 5}));
+
+        m_area->call(m_bus.baseService(), u"Activate"_s, {20, 300});
+
+        QCOMPARE(m_item->place(), QRect(640, 5, 1, 1));
     }
 
     void thePlaceIsForgottenWhenTheWatcherRestarts()
     {
         showInArea();
+        QVERIFY(movePointer({640, 5}));
         m_area->call(m_bus.baseService(), u"Activate"_s, {20, 300});
         QVERIFY(m_item->place());
 
@@ -295,6 +307,12 @@ private Q_SLOTS:
     void itsPlaceIsNotAmongTheSettings() { QVERIFY(!m_item->keepsPlaceInSettings()); }
 
 private:
+    static bool movePointer(QPoint place)
+    {
+        QCursor::setPos(place);
+        return QTest::qWaitFor([place] { return QCursor::pos() == place; }, kPatienceMs);
+    }
+
     void makeItem(const QDBusConnection& bus)
     {
         m_clicks = 0;
