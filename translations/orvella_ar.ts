@@ -269,6 +269,29 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>المتاح</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>المعلّق</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>الإجمالي</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>المدفوع</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>آخر إعلان</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -383,26 +406,6 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
     <message>
         <source>earned</source>
         <translation>الأرباح</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>المدفوع</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>آخر إعلان</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>المتاح</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>المعلّق</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>الإجمالي</translation>
     </message>
     <message>
         <source>Open ad</source>

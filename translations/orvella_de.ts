@@ -270,6 +270,29 @@ Bezahlt dafür, kurze Anzeigen anzusehen, aus der Leiste des Desktops.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>Verfügbar</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>Ausstehend</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>Insgesamt</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>Ausgezahlt</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>Letzte Anzeige</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -384,26 +407,6 @@ Bezahlt dafür, kurze Anzeigen anzusehen, aus der Leiste des Desktops.
     <message>
         <source>earned</source>
         <translation>verdient</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>Ausgezahlt</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>Letzte Anzeige</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>Verfügbar</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>Ausstehend</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>Insgesamt</translation>
     </message>
     <message>
         <source>Open ad</source>

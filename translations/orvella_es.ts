@@ -269,6 +269,29 @@ Paga por ver anuncios breves, desde la barra del escritorio.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>Disponible</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>Pendiente</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>Total acumulado</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>Pagado</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>Último anuncio</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -383,26 +406,6 @@ Paga por ver anuncios breves, desde la barra del escritorio.
     <message>
         <source>earned</source>
         <translation>ganados</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>Pagado</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>Último anuncio</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>Disponible</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>Pendiente</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>Total acumulado</translation>
     </message>
     <message>
         <source>Open ad</source>

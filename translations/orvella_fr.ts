@@ -269,6 +269,29 @@ Rémunère le visionnage de courtes publicités, depuis la barre du bureau.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>Disponible</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>En attente</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>Total cumulé</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>Versé</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>Dernière publicité</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -383,26 +406,6 @@ Rémunère le visionnage de courtes publicités, depuis la barre du bureau.
     <message>
         <source>earned</source>
         <translation>gagnés</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>Versé</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>Dernière publicité</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>Disponible</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>En attente</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>Total cumulé</translation>
     </message>
     <message>
         <source>Open ad</source>

@@ -269,6 +269,29 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>利用可能</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>保留中</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>累計</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>支払い済み</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>前回の広告</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -383,26 +406,6 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
     <message>
         <source>earned</source>
         <translation>獲得額</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>支払い済み</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>前回の広告</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>利用可能</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>保留中</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>累計</translation>
     </message>
     <message>
         <source>Open ad</source>

@@ -270,6 +270,29 @@ Paga a quem assiste a anúncios curtos, a partir da barra da área de trabalho.
     </message>
 </context>
 <context>
+    <name>orvella::BalancesView</name>
+    <message>
+        <source>Available</source>
+        <translation>Disponível</translation>
+    </message>
+    <message>
+        <source>Pending</source>
+        <translation>Pendente</translation>
+    </message>
+    <message>
+        <source>Lifetime</source>
+        <translation>Total acumulado</translation>
+    </message>
+    <message>
+        <source>Paid out</source>
+        <translation>Pago</translation>
+    </message>
+    <message>
+        <source>Last ad</source>
+        <translation>Último anúncio</translation>
+    </message>
+</context>
+<context>
     <name>orvella::CountdownGauge</name>
     <message>
         <source>Ad time remaining</source>
@@ -384,26 +407,6 @@ Paga a quem assiste a anúncios curtos, a partir da barra da área de trabalho.
     <message>
         <source>earned</source>
         <translation>ganhos</translation>
-    </message>
-    <message>
-        <source>Paid out</source>
-        <translation>Pago</translation>
-    </message>
-    <message>
-        <source>Last ad</source>
-        <translation>Último anúncio</translation>
-    </message>
-    <message>
-        <source>Available</source>
-        <translation>Disponível</translation>
-    </message>
-    <message>
-        <source>Pending</source>
-        <translation>Pendente</translation>
-    </message>
-    <message>
-        <source>Lifetime</source>
-        <translation>Total acumulado</translation>
     </message>
     <message>
         <source>Open ad</source>

@@ -6,7 +6,7 @@
 #include "ui/MenuPopoverView.h"
 #include "ui/popover/StatusItemAnchor.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 
 namespace orvella {
 
@@ -73,8 +73,10 @@ StatusBarController::StatusBarController(const Platform& platform, Transport& tr
 void StatusBarController::statusItemClicked()
 {
     // Deliberate: an ad on the screen cannot be toggled or replaced from here, nor is the menu touched.
-    if (isAdShown())
+    if (isAdShown()) {
+        m_popover.forgivePress();
         return;
+    }
     if (m_popover.isShown())
         m_popover.performClose();
     else
@@ -171,7 +173,8 @@ void StatusBarController::showStatusMenu(QPoint place)
         .showAd = {},
         .showMenuPopover = [this] { showMenuPopover(); },
         .showLaunchWindow = [this] { showLaunchWindow(); },
-        .quit = [] { QApplication::quit(); },
+        // Not `quit`: that asks every window first, and an ad that is shown takes it for its dismissal.
+        .quit = [] { QCoreApplication::exit(); },
     };
     // An ad that opened by itself has not taken the keyboard: this is the way to it without a pointer.
     if (isAdShown())

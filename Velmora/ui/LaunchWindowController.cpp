@@ -4,7 +4,7 @@
 #include "ui/LaunchWindow.h"
 #include "ui/LaunchWindowView.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QWindow>
 
 namespace orvella {
@@ -15,7 +15,8 @@ LaunchWindowController::LaunchWindowController(const Look& look, AppState& state
           new LaunchWindowView(look, state, platform.browser,
               {
                   .close = [this] { m_window->close(); },
-                  .quit = [] { QApplication::quit(); },
+                  // Not `quit`: that asks every window first, and an ad that is shown takes it for its dismissal.
+                  .quit = [] { QCoreApplication::exit(); },
               })))
 {
     m_window->centre();

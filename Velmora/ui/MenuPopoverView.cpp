@@ -3,6 +3,7 @@
 #include "base/WebAddress.h"
 #include "core/AppState.h"
 #include "platform/Browser.h"
+#include "ui/BalancesView.h"
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
 #include "ui/Money.h"
@@ -63,7 +64,7 @@ QWidget* MenuPopoverView::content()
         column(kSpacing,
             {
                 header(),
-                balances(),
+                m_balances = new BalancesView(m_look, m_state, m_platform.locale),
                 m_offer = new Conditional([this] { return offer(); }),
                 autoOpen(),
                 anonymous(),
@@ -90,20 +91,6 @@ QLayout* MenuPopoverView::header()
             FlexibleSpace {},
             group(column(2, {m_earned, earned})),
         });
-}
-
-QWidget* MenuPopoverView::balances()
-{
-    m_paidOutRow = new Conditional([this] { return balanceRow(u"paidOut"_s, tr("Paid out"), m_paidOut); });
-    m_lastAdRow = new Conditional([this] { return balanceRow(u"lastAd"_s, tr("Last ad"), m_lastAd); });
-    return group(column(10,
-        {
-            balanceRow(u"available"_s, tr("Available"), m_available),
-            balanceRow(u"pending"_s, tr("Pending"), m_pending),
-            balanceRow(u"lifetime"_s, tr("Lifetime"), m_lifetime),
-            m_paidOutRow,
-            m_lastAdRow,
-        }));
 }
 
 QWidget* MenuPopoverView::offer()
@@ -214,14 +201,6 @@ QWidget* MenuPopoverView::errorLine()
     return group(padded({kPadding, kSpacing, kPadding, kPadding}, column(0, {m_error})));
 }
 
-QWidget* MenuPopoverView::balanceRow(const QString& name, const QString& text, TextLabel*& value)
-{
-    value = named(name, new TextLabel(m_look, TypeStyle::balance));
-    auto* const title = label(m_look, TypeStyle::callout, text, Tone::secondary);
-    title->setBuddy(value);
-    return group(row(8, {title, FlexibleSpace {}, value}));
-}
-
 SwitchRow* MenuPopoverView::toggle(const QString& name, const QString& text, const QString& help,
     std::function<bool()> value, std::function<void(bool)> assign)
 {
@@ -268,32 +247,23 @@ void MenuPopoverView::scheduleRefresh()
 void MenuPopoverView::refresh()
 {
     m_isRefreshScheduled = false;
-    refreshBalances();
+    const auto controls = [this] { return std::pair(m_offer->isPresent(), m_link->isPresent()); };
+    const auto before = controls();
+    refreshHeader();
+    m_balances->refresh();
     refreshOffer();
     refreshToggles();
     refreshNotes();
     refreshEnd();
+    if (controls() != before)
+        chainFocus();
 }
 
-void MenuPopoverView::refreshBalances()
+void MenuPopoverView::refreshHeader()
 {
-    const auto dollars = [this](qint64 cents) { return Money::formatDollars(cents, m_platform.locale); };
-    const auto& last = m_state.lastEarnedCents();
-    const auto lifetime = dollars(Money::displayedLifetimeCents(m_state.lifetimeCents(), last));
+    const auto lifetime = Money::displayedLifetimeCents(m_state.lifetimeCents(), m_state.lastEarnedCents());
     m_linked->setText(m_state.linked() ? tr("Linked") : tr("Link pending"));
-    m_earned->setText(lifetime);
-    m_available->setText(dollars(m_state.availableCents()));
-    m_pending->setText(dollars(m_state.pendingCents()));
-    m_lifetime->setText(lifetime);
-    m_paidOutRow->setPresent(m_state.paidCents() >= 1);
-    if (m_paidOutRow->isPresent())
-        m_paidOut->setText(dollars(m_state.paidCents()));
-    m_lastAdRow->setPresent(last.has_value());
-    if (last) {
-        m_lastAd->setText(Money::formatApproximate(*last));
-        m_lastAdRow->setToolTip(Money::preciseDescription(*last));
-        m_lastAd->setAccessibleDescription(m_lastAdRow->toolTip());
-    }
+    m_earned->setText(Money::formatDollars(lifetime, m_platform.locale));
 }
 
 void MenuPopoverView::refreshOffer()
@@ -306,6 +276,20 @@ void MenuPopoverView::refreshOffer()
         return;
     m_advertiser->setText(ad->advertiserName);
     m_body->setText(ad->body);
+}
+
+/// What is built later comes last in the toolkit's order of the keyboard; the viewer's is that of the screen.
+void MenuPopoverView::chainFocus()
+{
+    QWidget* before = nullptr;
+    for (const auto& name : {u"openAd"_s, u"autoOpenAds"_s, u"anonymousMode"_s, u"appSignalConsent"_s,
+             u"ageConfirmed"_s, u"openAtLogin"_s, u"showLaunchWindow"_s, u"checkForUpdates"_s, u"linkDevice"_s}) {
+        auto* const control = findChild<QWidget*>(name);
+        if (before && control)
+            setTabOrder(before, control);
+        if (control)
+            before = control;
+    }
 }
 
 void MenuPopoverView::refreshToggles()

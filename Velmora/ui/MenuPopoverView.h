@@ -13,6 +13,7 @@ class QAbstractButton;
 namespace orvella {
 
 class AppState;
+class BalancesView;
 class Conditional;
 class LinkButton;
 class ScrollView;
@@ -40,7 +41,6 @@ private:
     // In the order of the screen.
     QWidget* content();
     QLayout* header();
-    QWidget* balances();
     QWidget* offer();
     QWidget* autoOpen();
     QWidget* anonymous();
@@ -53,14 +53,14 @@ private:
     QWidget* link();
     QWidget* errorLine();
 
-    QWidget* balanceRow(const QString& name, const QString& text, TextLabel*& value);
     SwitchRow* toggle(const QString& name, const QString& text, const QString& help, std::function<bool()> value,
         std::function<void(bool)> assign);
 
     void scheduleRefresh();
     void refresh();
-    void refreshBalances();
+    void refreshHeader();
     void refreshOffer();
+    void chainFocus();
     void refreshToggles();
     void refreshNotes();
     void refreshEnd();
@@ -72,11 +72,7 @@ private:
 
     TextLabel* m_linked = nullptr;
     TextLabel* m_earned = nullptr;
-    TextLabel* m_available = nullptr;
-    TextLabel* m_pending = nullptr;
-    TextLabel* m_lifetime = nullptr;
-    TextLabel* m_paidOut = nullptr;
-    TextLabel* m_lastAd = nullptr;
+    BalancesView* m_balances = nullptr;
     TextLabel* m_advertiser = nullptr;
     TextLabel* m_body = nullptr;
     SwitchRow* m_autoOpenAds = nullptr;
@@ -88,8 +84,6 @@ private:
     TextLabel* m_anonymousNote = nullptr;
     TextLabel* m_hint = nullptr;
     TextLabel* m_error = nullptr;
-    Conditional* m_paidOutRow = nullptr;
-    Conditional* m_lastAdRow = nullptr;
     Conditional* m_offer = nullptr;
     Conditional* m_hintLine = nullptr;
     Conditional* m_link = nullptr;

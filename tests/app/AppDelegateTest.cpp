@@ -134,6 +134,28 @@ private Q_SLOTS:
         QCOMPARE(world.platform.windows.activated.size(), 3U);
     }
 
+    void theWindowThatWasTurnedOffStaysAwayAtTheNextLaunchAndComesUncheckedOnReopening()
+    {
+        std::map<QString, Json> kept;
+        {
+            World world;
+            world.launch();
+            launchWindows().first()->findChild<QAbstractButton*>(u"showLaunchWindow"_s)->click();
+            settle();
+            kept = world.platform.settings.values;
+        }
+        World next;
+        next.platform.settings.values = kept;
+
+        next.launch();
+        QVERIFY(!isLaunchWindowShown());
+
+        next.delegate->applicationShouldHandleReopen();
+        settle();
+        QVERIFY(isLaunchWindowShown());
+        QVERIFY(!launchWindows().first()->findChild<QAbstractButton*>(u"showLaunchWindow"_s)->isChecked());
+    }
+
     void closingTheWindowLeavesTheProgramRunning()
     {
         World world;

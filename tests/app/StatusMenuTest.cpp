@@ -6,7 +6,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace orvella;
@@ -143,12 +142,25 @@ private Q_SLOTS:
     void theProgramQuits()
     {
         World world;
-        const QSignalSpy quits(qApp, &QApplication::aboutToQuit);
 
         QMetaObject::invokeMethod(qApp, [&world] { world.choose(u"quit"_s); }, Qt::QueuedConnection);
-        QApplication::exec();
 
-        QCOMPARE(quits.count(), 1);
+        QCOMPARE(QApplication::exec(), 0);
+    }
+
+    void theProgramQuitsAtOnceWhileAnAdAndTheMenuAreShownAndTheAdIsNotDismissed()
+    {
+        World world;
+        world.platform.statusItem.handlers.clicked();
+        world.controller->state().autoOpenAds = true;
+        world.offer();
+        QVERIFY(window(u"adPanel"_s));
+        QVERIFY(window(u"menuPanel"_s));
+
+        QMetaObject::invokeMethod(qApp, [&world] { world.choose(u"quit"_s); }, Qt::QueuedConnection);
+
+        QCOMPARE(QApplication::exec(), 0);
+        QVERIFY(!world.controller->state().isSuppressed(anAd()));
     }
 };
 

@@ -257,6 +257,23 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!adPanel(), kPatienceMs);
     }
 
+    void aClickOnTheItemWhileAnAdIsShownDoesNotEvenCloseTheMenu()
+    {
+        openMenu();
+        state().availableAd = anAd();
+        QTRY_VERIFY_WITH_TIMEOUT(menu()->findChild<QAbstractButton*>(u"openAd"_s), kPatienceMs);
+        menu()->findChild<QAbstractButton*>(u"openAd"_s)->click();
+        QTRY_VERIFY_WITH_TIMEOUT(adPanel(), kPatienceMs);
+        QTest::qWait(kSettledMs);
+        QVERIFY(menu());
+
+        QVERIFY(VirtualDesktop::click(m_item));
+        QTest::qWait(kSettledMs);
+
+        QVERIFY(menu());
+        QVERIFY(adPanel());
+    }
+
     void aClickElsewhereLeavesTheAdWhereItIs()
     {
         launch();
@@ -344,6 +361,7 @@ private:
         launch();
         const auto item = waitForItem();
         QVERIFY(item);
+        m_item = *item;
         QVERIFY(VirtualDesktop::click(*item));
         QTRY_VERIFY_WITH_TIMEOUT(menu(), kPatienceMs);
         QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), menu(), kPatienceMs);
@@ -351,6 +369,7 @@ private:
 
     [[nodiscard]] AppState& state() const { return m_delegate->controller()->state(); }
 
+    QPoint m_item;
     std::unique_ptr<QTemporaryDir> m_profile;
     std::unique_ptr<FakeTransport> m_transport;
     std::unique_ptr<SystemPlatform> m_platform;

@@ -182,6 +182,25 @@ private Q_SLOTS:
         QVERIFY(!world.has(u"linkDevice"_s));
     }
 
+    void theKeyboardGoesFromTopToBottomAlsoAroundAnOffer()
+    {
+        World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}});
+        world.state->verificationUri = u"https://service.test/activate"_s;
+        world.offer();
+
+        QStringList order;
+        const QWidget* widget = world.button(u"openAd"_s);
+        do {
+            if (widget->focusPolicy() == Qt::TabFocus)
+                order.append(widget->objectName());
+            widget = widget->nextInFocusChain();
+        } while (widget->objectName() != u"openAd"_s);
+
+        QCOMPARE(order,
+            (QStringList {u"openAd"_s, u"autoOpenAds"_s, u"anonymousMode"_s, u"appSignalConsent"_s, u"ageConfirmed"_s,
+                u"openAtLogin"_s, u"showLaunchWindow"_s, u"checkForUpdates"_s, u"linkDevice"_s}));
+    }
+
     void anAddressThatIsNoneShowsNoLink_data()
     {
         QTest::addColumn<QString>("address");

@@ -4,6 +4,8 @@
 #include "ui/Compose.h"
 #include "ui/controls/TextLabel.h"
 
+#include <algorithm>
+
 namespace orvella {
 
 using namespace Qt::Literals::StringLiterals;

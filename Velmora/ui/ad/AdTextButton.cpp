@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QStyle>
 
+#include <algorithm>
 #include <cmath>
 
 namespace orvella {

@@ -126,6 +126,8 @@ void AdViewing::openPage(const QString& address)
 
 void AdViewing::dismiss()
 {
+    if (dismissed())
+        return;
     dismissed = true;
     m_actions.dismiss();
 }

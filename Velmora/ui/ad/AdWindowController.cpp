@@ -62,11 +62,6 @@ void AdWindowController::activate()
         m_popover->activate();
 }
 
-void AdWindowController::hidePanel()
-{
-    m_popover->performClose();
-}
-
 void AdWindowController::restoreAfterExternalOpen()
 {
     restore(m_lifetime.get_token());

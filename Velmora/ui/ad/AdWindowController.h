@@ -31,8 +31,6 @@ public:
 
     [[nodiscard]] AdViewing& viewing() { return m_viewing; }
 
-    /// Takes the panel off the screen as a system may do that hides popovers of programs behind. The viewing goes on.
-    void hidePanel();
     /// Shows the panel again in a moment if the system hid it because another program came to the front.
     void restoreAfterExternalOpen();
 

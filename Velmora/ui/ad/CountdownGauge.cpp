@@ -57,7 +57,8 @@ double CountdownGauge::fraction(qint64 remaining, qint64 total)
 void CountdownGauge::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    announce();
+    if (!std::exchange(m_isStartAnnounced, true))
+        announce();
 }
 
 void CountdownGauge::paintEvent(QPaintEvent* /*event*/)

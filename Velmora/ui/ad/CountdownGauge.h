@@ -40,6 +40,7 @@ private:
     const Look& m_look;
     qint64 m_total;
     qint64 m_remaining;
+    bool m_isStartAnnounced = false;
     Glide m_closed;
 };
 

@@ -7,6 +7,7 @@
 #include <QStyle>
 #include <QTextLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 

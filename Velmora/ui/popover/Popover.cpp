@@ -1,6 +1,7 @@
 #include "ui/popover/Popover.h"
 
 #include "platform/WindowSystem.h"
+#include "ui/popover/Screens.h"
 #include "ui/popover/Shadow.h"
 
 #include <QApplication>
@@ -24,35 +25,10 @@ namespace {
 constexpr auto kPatienceForClick = 250ms;
 constexpr auto kCorrectionDelay = 100ms;
 constexpr int kFadeMilliseconds = 200;
+/// As far as a press on a status item may be from an earlier one, in points.
+constexpr int kHalfItem = 16;
 constexpr Qt::WindowFlags kBubbleFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 constexpr Qt::WindowFlags kOrdinaryFlags = Qt::Window | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
-
-ScreenRoom room(const QScreen& screen)
-{
-    return {screen.geometry(), screen.availableGeometry()};
-}
-
-QList<ScreenRoom> rooms()
-{
-    QList<ScreenRoom> result;
-    for (const auto* const screen : QGuiApplication::screens())
-        result.append(room(*screen));
-    return result;
-}
-
-/// The screen that the viewer is at, as far as the pointer tells.
-ScreenRoom home()
-{
-    const auto* const under = QGuiApplication::screenAt(QCursor::pos());
-    const auto* const screen = under ? under : QGuiApplication::primaryScreen();
-    return screen ? room(*screen) : ScreenRoom {};
-}
-
-bool isInBar(QPoint place)
-{
-    const auto* const screen = QGuiApplication::screenAt(place);
-    return screen && !screen->availableGeometry().contains(place);
-}
 
 } // namespace
 
@@ -96,8 +72,11 @@ void Popover::open(Keyboard keyboard)
         return;
     m_isShown = true;
     m_isPressedElsewhere = false;
-    if (!isVisible())
-        chooseFrame();
+    // It may still be fading away; this is a new opening all the same.
+    m_fade.stop();
+    hide();
+    m_content->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    chooseFrame();
     setAttribute(Qt::WA_ShowWithoutActivating, keyboard == Keyboard::left);
     choosePlace();
     show();
@@ -117,8 +96,16 @@ void Popover::performClose()
         return;
     stop(m_waitForClick);
     m_presses.reset();
+    // What fades away is not there any more.
+    m_content->setAttribute(Qt::WA_TransparentForMouseEvents);
     fadeTo(0);
     Q_EMIT closed();
+}
+
+void Popover::forgivePress()
+{
+    stop(m_waitForClick);
+    m_isPressedElsewhere = false;
 }
 
 void Popover::activate()
@@ -175,10 +162,12 @@ void Popover::paintEvent(QPaintEvent* /*event*/)
 
 void Popover::chooseFrame()
 {
-    if (!m_windows.placesWindows())
-        m_frame = Frame::ordinaryWindow;
-    else
-        m_frame = m_windows.isCompositing() ? Frame::bubbleWithShadow : Frame::plainBubble;
+    auto frame = Frame::ordinaryWindow;
+    if (m_windows.placesWindows())
+        frame = m_windows.isCompositing() ? Frame::bubbleWithShadow : Frame::plainBubble;
+    // A window is transparent or not, and has its input region, from its making on.
+    if (std::exchange(m_frame, frame) != frame)
+        destroy();
     setWindowFlags(m_frame == Frame::ordinaryWindow ? kOrdinaryFlags : kBubbleFlags);
     setAttribute(Qt::WA_TranslucentBackground, m_frame == Frame::bubbleWithShadow);
 }
@@ -186,7 +175,7 @@ void Popover::chooseFrame()
 void Popover::choosePlace()
 {
     const auto size = m_content->size();
-    m_place = placePopover(size, m_anchor(), rooms(), home(), layoutDirection());
+    m_place = placePopover(size, m_anchor(), Screens::rooms(), Screens::home(), layoutDirection());
     const auto margins = this->margins();
     layout()->setContentsMargins(margins);
     setFixedSize(size.grownBy(margins));
@@ -236,14 +225,25 @@ void Popover::followScreens()
 
 void Popover::pressed(QPoint place)
 {
-    const auto anchor = m_anchor();
-    if (contentRect().contains(place) || (anchor && anchor->rect.contains(place)))
+    if (contentRect().contains(place) || isOnAnchor(place))
         return;
     m_isPressedElsewhere = true;
-    if (isInBar(place))
+    if (Screens::isInBar(place))
         closeUnlessClicked();
     else
         performClose();
+}
+
+/// Whether a press means what the popover hangs from, which takes it as a click of its own, when the button is
+/// released. Of a status item it may be known only where it was last clicked.
+bool Popover::isOnAnchor(QPoint place) const
+{
+    const auto anchor = m_anchor();
+    if (!anchor)
+        return false;
+    const bool isPoint = anchor->rect.width() == 1;
+    const int around = isPoint ? kHalfItem : 0;
+    return anchor->rect.adjusted(-around, -around, around, around).contains(place);
 }
 
 void Popover::lostKeyboard()
@@ -252,7 +252,7 @@ void Popover::lostKeyboard()
     if (m_behaviour != Behaviour::transient || !m_isShown || m_frame == Frame::ordinaryWindow
         || QApplication::activeWindow())
         return;
-    if (isInBar(QCursor::pos()))
+    if (Screens::isInBar(QCursor::pos()))
         closeUnlessClicked();
     else
         performClose();

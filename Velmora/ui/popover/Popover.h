@@ -22,8 +22,7 @@ class Popover final : public QWidget {
 
 public:
     enum class Behaviour {
-        /// It takes the keyboard, and goes with a click elsewhere, with another window that takes the keyboard, or with
-        /// Escape.
+        /// It goes with a click elsewhere, with Escape, and when another program takes the keyboard from it.
         transient,
         /// It stays until the program closes it.
         applicationDefined,
@@ -41,6 +40,9 @@ public:
     /// Closes it for the program.
     void performClose();
     [[nodiscard]] bool isShown() const { return m_isShown; }
+
+    /// Stays open although a button went down elsewhere: that was the status item's.
+    void forgivePress();
 
     /// Gives it the keyboard, in front of everything.
     void activate();
@@ -70,6 +72,7 @@ private:
     void limitInput();
     void followScreens();
     void pressed(QPoint place);
+    [[nodiscard]] bool isOnAnchor(QPoint place) const;
     void lostKeyboard();
     /// Closes it unless the status item takes the click that is under way.
     void closeUnlessClicked();

@@ -197,7 +197,7 @@ private Q_SLOTS:
     {
         World world;
         world.click(u"openAd"_s);
-        world.controller->hidePanel();
+        qobject_cast<Popover*>(world.panel())->performClose();
 
         world.platform.clock.advance(249ms);
         QVERIFY(!world.panel());

@@ -112,8 +112,11 @@ private Q_SLOTS:
         const QSignalSpy announced(&gauge, &CountdownGauge::announced);
 
         gauge.show();
-        for (int left = 14; left >= 0; --left)
+        for (int left = 14; left >= 0; --left) {
             gauge.setRemaining(left);
+            gauge.hide();
+            gauge.show();
+        }
 
         QCOMPARE(announced, (QList<QVariantList> {{qint64 {15}}, {qint64 {7}}, {qint64 {0}}}));
     }

@@ -225,6 +225,57 @@ private Q_SLOTS:
         QVERIFY(world.popover->isShown());
     }
 
+    void aPressBesideTheLastClickOnTheItemIsOneOnTheItem()
+    {
+        World world;
+        world.anchor = PopoverAnchor {QRect(400, 14, 1, 1), 2};
+        world.open();
+
+        world.platform.windows.press({416, 14});
+        QVERIFY(world.popover->isShown());
+
+        world.platform.windows.press({417, 14});
+        QVERIFY(!world.popover->isShown());
+    }
+
+    void whatFadesAwayTakesNoClicksAndOpensAgainAsNew()
+    {
+        World world(kStays, true);
+        world.platform.look.motionReduced = false;
+        const QSignalSpy clicks(world.button, &QPushButton::clicked);
+        world.open();
+        QTRY_COMPARE(world.popover->windowOpacity(), 1.0);
+
+        world.popover->performClose();
+        QVERIFY(world.popover->isVisible());
+        auto* const content = world.button->parentWidget();
+        QVERIFY(content->testAttribute(Qt::WA_TransparentForMouseEvents));
+
+        world.open();
+        QVERIFY(!content->testAttribute(Qt::WA_TransparentForMouseEvents));
+        QTRY_COMPARE(world.popover->windowOpacity(), 1.0);
+        QVERIFY(world.popover->isVisible());
+        QVERIFY(world.popover->isShown());
+    }
+
+    void aCompositorThatComesOrGoesIsReckonedWithAtTheNextOpening()
+    {
+        World world;
+        world.open();
+        world.popover->performClose();
+        world.platform.windows.composites = true;
+
+        world.open();
+        QVERIFY(world.popover->testAttribute(Qt::WA_TranslucentBackground));
+        QCOMPARE(world.popover->geometry(), QRect(250, 38, 300, 100).marginsAdded(kShadowMargins));
+
+        world.popover->performClose();
+        world.platform.windows.composites = false;
+        world.open();
+        QVERIFY(!world.popover->testAttribute(Qt::WA_TranslucentBackground));
+        QCOMPARE(world.popover->size(), QSize(302, 110));
+    }
+
     void pressesDoNotMatterToWhatStays()
     {
         World world(kStays);
