@@ -65,7 +65,7 @@ struct SystemPlatform::Services {
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
         , instance(QDBusConnection::sessionBus(),
-              {absolute(profile), environment, [this](QString token) { activationTokens.receive(std::move(token)); }})
+              {absolute(profile), environment, [this](const QString& token) { activationTokens.receive(token); }})
     {
     }
 
