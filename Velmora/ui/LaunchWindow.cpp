@@ -1,10 +1,9 @@
 #include "ui/LaunchWindow.h"
 
-#include <QCursor>
-#include <QGuiApplication>
+#include "ui/popover/Screens.h"
+
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -32,11 +31,7 @@ LaunchWindow::LaunchWindow(const Look& look, QWidget* view)
 
 void LaunchWindow::centre()
 {
-    const auto* const under = QGuiApplication::screenAt(QCursor::pos());
-    const auto* const screen = under ? under : QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, sizeHint(), screen->availableGeometry()).topLeft());
+    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, sizeHint(), Screens::home().available).topLeft());
 }
 
 void LaunchWindow::keyPressEvent(QKeyEvent* event)

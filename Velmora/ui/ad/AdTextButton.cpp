@@ -3,7 +3,6 @@
 #include "ui/look/LineBox.h"
 
 #include <QFontMetricsF>
-#include <QKeyEvent>
 #include <QStyle>
 
 #include <algorithm>
@@ -21,7 +20,7 @@ constexpr qreal kRounding = 2;
 } // namespace
 
 AdTextButton::AdTextButton(const Look& look, QString body, int targetHeight)
-    : Control(look)
+    : Control(look, ReturnKey::clicks)
     , m_body(std::move(body))
     , m_targetHeight(targetHeight)
 {
@@ -56,14 +55,6 @@ void AdTextButton::paintEvent(QPaintEvent* /*event*/)
     paintLine(painter, box, text, textDirection(text, layoutDirection()),
         QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
     paintRing(painter, box, kRingRadius);
-}
-
-void AdTextButton::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        Control::keyPressEvent(event);
 }
 
 } // namespace orvella

@@ -5,6 +5,7 @@
 
 #include <QEvent>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
 
@@ -17,12 +18,16 @@ inline constexpr int kRingReach = kRingGap + kRingWidth;
 /// How much is left of the colour of a control that cannot be used.
 inline constexpr qreal kDisabledOpacity = 0.42;
 
+/// What the Return key does on a control that has the keyboard, besides what the toolkit makes of it.
+enum class ReturnKey { passesOn, clicks };
+
 /// What the controls have in common on top of the toolkit's `Base`, a kind of button: they follow the look, take the
 /// keyboard by Tab only, and show that they have it only to those who use it.
 template <class Base> class Control : public Base, public Reaching {
 public:
-    explicit Control(const Look& look)
+    explicit Control(const Look& look, ReturnKey returnKey = ReturnKey::passesOn)
         : m_look(look)
+        , m_returnKey(returnKey)
     {
         this->setFocusPolicy(Qt::TabFocus);
         this->setAttribute(Qt::WA_Hover);
@@ -79,6 +84,15 @@ protected:
             shape.adjusted(-kMiddle, -kMiddle, kMiddle, kMiddle), radius + kMiddle, radius + kMiddle);
     }
 
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (m_returnKey == ReturnKey::clicks && isReturn)
+            this->click();
+        else
+            Base::keyPressEvent(event);
+    }
+
     void focusInEvent(QFocusEvent* event) override
     {
         switch (event->reason()) {
@@ -106,6 +120,7 @@ protected:
 
 private:
     const Look& m_look;
+    ReturnKey m_returnKey;
     bool m_hasRing = false;
 };
 

@@ -1,7 +1,5 @@
 #include "ui/controls/IconButton.h"
 
-#include <QKeyEvent>
-
 namespace orvella {
 
 namespace {
@@ -12,7 +10,7 @@ constexpr qreal kDisc = 20;
 } // namespace
 
 IconButton::IconButton(const Look& look, Symbol symbol, int targetHeight)
-    : Control(look)
+    : Control(look, ReturnKey::clicks)
     , m_symbol(symbol)
     , m_targetHeight(targetHeight)
 {
@@ -51,14 +49,6 @@ void IconButton::paintEvent(QPaintEvent* /*event*/)
     paintSymbol(painter, slot, m_symbol, theme());
     // The ring touches the disc, so that those of two neighbours stay apart.
     paintRing(painter, disc.adjusted(kRingGap, kRingGap, -kRingGap, -kRingGap), slot.width() / 2);
-}
-
-void IconButton::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        Control::keyPressEvent(event);
 }
 
 } // namespace orvella

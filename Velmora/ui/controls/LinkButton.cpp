@@ -4,7 +4,6 @@
 #include "ui/look/LineBox.h"
 
 #include <QFontMetricsF>
-#include <QKeyEvent>
 #include <QStyle>
 
 #include <cmath>
@@ -20,7 +19,7 @@ constexpr qreal kUnderlineOffset = 2.5;
 } // namespace
 
 LinkButton::LinkButton(const Look& look, const QString& text)
-    : Control(look)
+    : Control(look, ReturnKey::clicks)
 {
     LinkAccessible::install();
     setText(text);
@@ -57,14 +56,6 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/)
         painter.drawLine(QLineF(box.left(), line, box.right(), line));
     }
     paintRing(painter, box, kRingRadius);
-}
-
-void LinkButton::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        Control::keyPressEvent(event);
 }
 
 } // namespace orvella
