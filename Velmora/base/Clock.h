@@ -29,20 +29,29 @@ public:
 
     [[nodiscard]] virtual time_point now() const = 0;
 
-    /// Calls `elapsed` once from the main loop, `pause` or a little more from now.
+    /// Calls `elapsed` once from the main loop, `pause` or a little more from now. Time in which the machine is
+    /// suspended does not count.
     virtual TimerId startTimer(duration pause, std::function<void()> elapsed) = 0;
+    /// A timer for which that time counts: it elapses soon after waking where it became due in between.
+    virtual TimerId startAlarm(duration pause, std::function<void()> elapsed) = 0;
+    /// Either of the two.
     virtual void stopTimer(TimerId timer) = 0;
 
-    /// Waits in a coroutine. Ends early when `stop` is requested: ask the token afterwards.
+    /// Waits in a coroutine, as a timer does. Ends early when `stop` is requested: ask the token afterwards.
     [[nodiscard]] Sleep sleep(duration pause, std::stop_token stop);
+    /// Waits as an alarm does.
+    [[nodiscard]] Sleep sleepThroughSuspension(duration pause, std::stop_token stop);
 };
 
 using Instant = Clock::time_point;
 
-/// The wait of `Clock::sleep`.
+/// The wait of `Clock::sleep` and `Clock::sleepThroughSuspension`.
 class [[nodiscard]] Sleep final {
 public:
-    Sleep(Clock& clock, Clock::duration pause, std::stop_token stop);
+    /// Starts the timer that ends the wait.
+    using Start = Clock::TimerId (Clock::*)(Clock::duration, std::function<void()>);
+
+    Sleep(Clock& clock, Start start, Clock::duration pause, std::stop_token stop);
 
     [[nodiscard]] bool await_ready() const noexcept { return m_stop.stop_requested(); }
     void await_suspend(std::coroutine_handle<> waiting);
@@ -55,6 +64,7 @@ private:
     };
 
     Clock& m_clock;
+    Start m_start;
     Clock::duration m_pause;
     std::stop_token m_stop;
     std::unique_ptr<State> m_state;
@@ -68,11 +78,14 @@ public:
 
     [[nodiscard]] time_point now() const override;
     TimerId startTimer(duration pause, std::function<void()> elapsed) override;
+    TimerId startAlarm(duration pause, std::function<void()> elapsed) override;
     void stopTimer(TimerId timer) override;
 
 private:
     class Timers;
+    class Alarms;
     std::unique_ptr<Timers> m_timers;
+    std::unique_ptr<Alarms> m_alarms;
 };
 
 } // namespace orvella

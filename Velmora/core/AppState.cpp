@@ -18,6 +18,10 @@ constexpr qint64 kShortestPollSeconds = 60;
 constexpr qint64 kLongestPollSeconds = 900;
 /// How long a poll loop without its state waits.
 constexpr auto kOrphanInterval = 300s;
+/// A poll that is later than this was due while the machine was suspended.
+constexpr auto kLate = 5s;
+/// How long the network takes to come back after that.
+constexpr auto kNetworkReturn = 10s;
 
 constexpr QLatin1String kDidConfigureLaunchAtLogin {"didConfigureLaunchAtLogin"};
 
@@ -110,7 +114,12 @@ QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_to
         if (stop.stop_requested())
             co_return;
         const auto pause = self ? std::chrono::seconds(self->m_pollSeconds) : kOrphanInterval;
-        co_await clock.sleep(pause, stop);
+        const auto due = clock.now() + pause;
+        co_await clock.sleepThroughSuspension(pause, stop);
+        if (stop.stop_requested())
+            co_return;
+        if (clock.now() - due > kLate)
+            co_await clock.sleep(kNetworkReturn, stop);
     }
 }
 

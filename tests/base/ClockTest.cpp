@@ -11,6 +11,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
+QCoro::Task<> sleepThroughAndCount(Clock& clock, Clock::duration pause, std::stop_token stop, int& wakings)
+{
+    co_await clock.sleepThroughSuspension(pause, stop);
+    ++wakings;
+}
+
 QCoro::Task<> sleepAndCount(Clock& clock, Clock::duration pause, std::stop_token stop, int& wakings)
 {
     co_await clock.sleep(pause, stop);
@@ -86,6 +92,91 @@ private Q_SLOTS:
         source.request_stop();
 
         QCOMPARE(wakings, 1);
+    }
+
+    void suspensionDoesNotCountForASleep()
+    {
+        FakeClock clock;
+        int wakings = 0;
+        sleepAndCount(clock, 60s, {}, wakings);
+        clock.advance(20s);
+
+        clock.suspend(8h);
+        clock.advance(40s - 1ns);
+        QCOMPARE(wakings, 0);
+
+        clock.advance(1ns);
+        QCOMPARE(wakings, 1);
+    }
+
+    void suspensionCountsForASleepThroughIt()
+    {
+        FakeClock clock;
+        int wakings = 0;
+        sleepThroughAndCount(clock, 60s, {}, wakings);
+
+        clock.suspend(60s - 1ns);
+        QCOMPARE(wakings, 0);
+
+        clock.suspend(1ns);
+        QCOMPARE(wakings, 1);
+    }
+
+    void aRealSleepThroughSuspensionIsNeverShort()
+    {
+        SystemClock clock;
+        int wakings = 0;
+        const auto start = clock.now();
+        sleepThroughAndCount(clock, 200ms, {}, wakings);
+
+        QTRY_COMPARE_WITH_TIMEOUT(wakings, 1, 5000);
+
+        QVERIFY(clock.now() - start >= 200ms);
+    }
+
+    void realSleepsThroughSuspensionEndInTheirOrder()
+    {
+        SystemClock clock;
+        std::stop_source source;
+        int later = 0;
+        int earlier = 0;
+        sleepThroughAndCount(clock, 1h, source.get_token(), later);
+        sleepThroughAndCount(clock, 50ms, {}, earlier);
+
+        QTRY_COMPARE_WITH_TIMEOUT(earlier, 1, 5000);
+
+        QCOMPARE(later, 0);
+        source.request_stop();
+    }
+
+    void aRealSleepThroughSuspensionCanBeStopped()
+    {
+        SystemClock clock;
+        std::stop_source source;
+        int wakings = 0;
+        int others = 0;
+        sleepThroughAndCount(clock, 1h, source.get_token(), wakings);
+        sleepThroughAndCount(clock, 50ms, {}, others);
+
+        source.request_stop();
+        QCOMPARE(wakings, 1);
+
+        QTRY_COMPARE_WITH_TIMEOUT(others, 1, 5000);
+        QCOMPARE(wakings, 1);
+    }
+
+    void whatAnAlarmDoesMayStartAndStopAlarms()
+    {
+        SystemClock clock;
+        int calls = 0;
+        const auto never = clock.startAlarm(1h, [&] { calls += 100; });
+        clock.startAlarm(0s, [&] {
+            ++calls;
+            clock.stopTimer(never);
+            clock.startAlarm(0s, [&] { ++calls; });
+        });
+
+        QTRY_COMPARE_WITH_TIMEOUT(calls, 2, 5000);
     }
 };
 

@@ -87,6 +87,52 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
     }
 
+    void aPollThatBecameDueInASuspensionHappensWhenTheNetworkHasHadTimeToComeBack()
+    {
+        World world;
+        world.state->startPolling();
+        settle();
+        world.transport.forgetRequests();
+
+        world.platform.clock.suspend(8h);
+        world.platform.clock.advance(9s);
+        QCOMPARE(world.transport.paths(), QStringList());
+
+        world.platform.clock.advance(1s);
+        QCOMPARE(world.transport.paths(), (QStringList {endpoints::kHeartbeat, endpoints::kAdsAvailable}));
+
+        world.platform.clock.advance(299s);
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 1);
+        world.platform.clock.advance(1s);
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
+    }
+
+    void aPollThatIsNotDueYetIsNotChangedByASuspension()
+    {
+        World world;
+        world.state->startPolling();
+        settle();
+
+        world.platform.clock.suspend(200s);
+        world.platform.clock.advance(99s);
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 1);
+
+        world.platform.clock.advance(1s);
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
+    }
+
+    void theLoopEndsWithTheStateWhileItWaitsForTheNetwork()
+    {
+        World world;
+        world.state->startPolling();
+        settle();
+        world.platform.clock.suspend(8h);
+
+        world.state.reset();
+
+        QCOMPARE(world.platform.clock.sleepers(), 0U);
+    }
+
     void startingTwiceLeavesExactlyOneLoop()
     {
         World world;

@@ -9,7 +9,17 @@ namespace orvella {
 
 Clock::TimerId FakeClock::startTimer(duration pause, std::function<void()> elapsed)
 {
-    m_timers.emplace(Due {m_now + pause, ++m_lastId}, std::move(elapsed));
+    return start(pause, {Counts::awakeTime, std::move(elapsed)});
+}
+
+Clock::TimerId FakeClock::startAlarm(duration pause, std::function<void()> elapsed)
+{
+    return start(pause, {Counts::allTime, std::move(elapsed)});
+}
+
+Clock::TimerId FakeClock::start(duration pause, Timer timer)
+{
+    m_timers.emplace(Due {m_now + pause, ++m_lastId}, std::move(timer));
     return TimerId {m_lastId};
 }
 
@@ -25,10 +35,23 @@ void FakeClock::advance(duration pause)
     while (!m_timers.empty() && m_timers.begin()->first.at <= end) {
         const auto due = m_timers.extract(m_timers.begin());
         m_now = std::max(m_now, due.key().at);
-        due.mapped()();
+        due.mapped().elapsed();
         settle();
     }
     m_now = end;
+}
+
+void FakeClock::suspend(duration pause)
+{
+    settle();
+    std::map<Due, Timer> timers;
+    for (auto& [due, timer] : m_timers) {
+        const auto standstill = timer.counts == Counts::awakeTime ? pause : duration::zero();
+        timers.emplace(Due {due.at + standstill, due.order}, std::move(timer));
+    }
+    m_timers = std::move(timers);
+    m_now += pause;
+    advance(duration::zero());
 }
 
 void settle()

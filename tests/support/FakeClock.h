@@ -13,11 +13,16 @@ public:
     [[nodiscard]] time_point now() const override { return m_now; }
 
     TimerId startTimer(duration pause, std::function<void()> elapsed) override;
+    TimerId startAlarm(duration pause, std::function<void()> elapsed) override;
     void stopTimer(TimerId timer) override;
 
     /// Lets time pass: the timers that are due elapse one after the other, each at its own time, and after each of them
     /// the main loop's posted work is done.
     void advance(duration pause);
+
+    /// Lets time pass while the machine is suspended, and wakes it: timers stand still, and alarms that became due
+    /// elapse in the end.
+    void suspend(duration pause);
 
     /// How many flows are asleep.
     [[nodiscard]] std::size_t sleepers() const { return m_timers.size(); }
@@ -36,9 +41,18 @@ private:
         friend auto operator<=>(const Due&, const Due&) = default;
     };
 
+    enum class Counts { awakeTime, allTime };
+
+    struct Timer {
+        Counts counts;
+        std::function<void()> elapsed;
+    };
+
+    TimerId start(duration pause, Timer timer);
+
     time_point m_now {std::chrono::hours(1)};
     qint64 m_lastId = 0;
-    std::map<Due, std::function<void()>> m_timers;
+    std::map<Due, Timer> m_timers;
 };
 
 /// Does what the main loop has been given to do, and what that gives it, over many rounds.

@@ -116,6 +116,22 @@ private Q_SLOTS:
         QCOMPARE(world.viewing->remaining(), 1);
     }
 
+    void aSecondOfTheCountdownIsASecondAwake()
+    {
+        World world;
+        world.start();
+        world.platform.clock.advance(5s);
+
+        world.platform.clock.suspend(8h);
+        QCOMPARE(world.viewing->remaining(), 10);
+
+        world.platform.clock.advance(10s - 1ns);
+        QCOMPARE(world.viewing->remaining(), 1);
+        QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
+        world.platform.clock.advance(1ns);
+        QCOMPARE(world.transport.count(endpoints::kSessionComplete), 1);
+    }
+
     void theSessionsOwnSecondsDoNotCount()
     {
         World world;
