@@ -202,6 +202,10 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
         <source>The service could not answer the request.</source>
         <translation>تعذّر على الخدمة الرد على الطلب.</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>تجيب الشبكة بدلًا من الخدمة. قد تحتاج إلى تسجيل الدخول إليها أولًا.</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

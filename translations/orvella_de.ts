@@ -203,6 +203,10 @@ Bezahlt dafür, kurze Anzeigen anzusehen, aus der Leiste des Desktops.
         <source>The service could not answer the request.</source>
         <translation>Der Dienst konnte die Anfrage nicht beantworten.</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>Das Netzwerk antwortet anstelle des Dienstes. Möglicherweise müssen Sie sich dort erst anmelden.</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

@@ -202,6 +202,10 @@ Paga por ver anuncios breves, desde la barra del escritorio.
         <source>The service could not answer the request.</source>
         <translation>El servicio no pudo responder a la solicitud.</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>La red responde en lugar del servicio. Es posible que antes tengas que iniciar sesión en ella.</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

@@ -202,6 +202,10 @@ Rémunère le visionnage de courtes publicités, depuis la barre du bureau.
         <source>The service could not answer the request.</source>
         <translation>Le service n’a pas pu répondre à la requête.</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>Le réseau répond à la place du service. Il faut peut-être d’abord s’y connecter.</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

@@ -202,6 +202,10 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
         <source>The service could not answer the request.</source>
         <translation>サービスはリクエストに応答できませんでした。</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>サービスの代わりにネットワークが応答しています。先にネットワークへのサインインが必要かもしれません。</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

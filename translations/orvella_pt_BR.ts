@@ -203,6 +203,10 @@ Paga a quem assiste a anúncios curtos, a partir da barra da área de trabalho.
         <source>The service could not answer the request.</source>
         <translation>O serviço não conseguiu responder à solicitação.</translation>
     </message>
+    <message>
+        <source>The network answers in place of the service. You may have to sign in to it first.</source>
+        <translation>A rede responde no lugar do serviço. Talvez seja preciso entrar nela primeiro.</translation>
+    </message>
 </context>
 <context>
     <name>orvella::AdDisclosure</name>

@@ -10,6 +10,28 @@ namespace {
 
 constexpr int kFirstSuccess = 200;
 constexpr int kLastSuccess = 299;
+constexpr int kFirstRedirect = 300;
+constexpr int kLastRedirect = 399;
+/// Network Authentication Required (RFC 6585, section 6).
+constexpr int kSignInRequired = 511;
+
+/// Networks that want their users to sign in first answer in place of every service: with a page or the way to one.
+Failure networkAnswered(Failure::Kind kind)
+{
+    return {kind,
+        QCoreApplication::translate(
+            "ServiceCall", "The network answers in place of the service. You may have to sign in to it first.")};
+}
+
+/// A page of the web, where JSON is due. No JSON text begins so.
+bool isPage(const QByteArray& body)
+{
+    constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
+    QByteArrayView text(body);
+    if (text.startsWith(kByteOrderMark))
+        text = text.sliced(kByteOrderMark.size());
+    return text.trimmed().startsWith('<');
+}
 
 } // namespace
 
@@ -43,10 +65,15 @@ Result<QByteArray> ServiceCallBase::successText(Result<HttpReply> reply)
 {
     if (!reply)
         return std::unexpected(std::move(reply.error()));
-    if (reply->status < kFirstSuccess || reply->status > kLastSuccess) {
+    const auto status = reply->status;
+    if ((status >= kFirstRedirect && status <= kLastRedirect) || status == kSignInRequired)
+        return std::unexpected(networkAnswered(Failure::Kind::badServerResponse));
+    if (status < kFirstSuccess || status > kLastSuccess) {
         return failed(Failure::Kind::badServerResponse,
             QCoreApplication::translate("ServiceCall", "The service could not answer the request."));
     }
+    if (isPage(reply->body))
+        return std::unexpected(networkAnswered(Failure::Kind::undecodable));
     return std::move(reply->body);
 }
 

@@ -170,6 +170,47 @@ private Q_SLOTS:
         QVERIFY(!answer.error().description.contains(u"500"_s));
     }
 
+    void aNetworkThatAnswersInPlaceOfTheServiceIsNamed_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<Failure::Kind>("kind");
+
+        const QByteArray page = "<!DOCTYPE html><title>Sign in</title>";
+        QTest::newRow("a page") << 200 << page << Failure::Kind::undecodable;
+        QTest::newRow("a page after blanks") << 200 << " \r\n\t" + page << Failure::Kind::undecodable;
+        QTest::newRow("a page with a byte order mark") << 200 << "\xEF\xBB\xBF\n" + page << Failure::Kind::undecodable;
+        QTest::newRow("the way to a page") << 302 << QByteArray() << Failure::Kind::badServerResponse;
+        QTest::newRow("the way by the same method") << 307 << page << Failure::Kind::badServerResponse;
+        QTest::newRow("the status for it") << 511 << page << Failure::Kind::badServerResponse;
+    }
+
+    void aNetworkThatAnswersInPlaceOfTheServiceIsNamed()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(Failure::Kind, kind);
+        World world;
+        world.transport.answer(endpoints::kWallet, HttpReply {status, body});
+        auto client = world.client();
+
+        const auto answer = answered(client.get<WalletResponse>(endpoints::kWallet, {}));
+
+        QCOMPARE(answer.error().kind, kind);
+        QCOMPARE(answer.error().description,
+            u"The network answers in place of the service. You may have to sign in to it first."_s);
+    }
+
+    void anAnswerWithAByteOrderMarkIsTheServices()
+    {
+        World world;
+        world.transport.answer(
+            endpoints::kWallet, HttpReply {200, "\xEF\xBB\xBF" + FakeTransport::envelope(toJson(aWallet()))});
+        auto client = world.client();
+
+        QVERIFY(answered(client.get<WalletResponse>(endpoints::kWallet, {})));
+    }
+
     void status204WithAnEmptyBodyFailsInDecoding()
     {
         World world;
