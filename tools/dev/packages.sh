@@ -16,6 +16,9 @@ declare -A packages=(
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
         x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0"
     [bench]="libbenchmark-dev"
+    [package]="debhelper dpkg-dev fakeroot lintian man-db"
+    # Makes a bare Debian to install the packages on.
+    [check_package]="mmdebstrap"
     [lint]="clang-format-19 clang-tidy-19"
 )
 
