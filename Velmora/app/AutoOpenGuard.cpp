@@ -22,16 +22,19 @@ bool covers(const QSizeF& window, const QSizeF& screen)
 
 bool AutoOpenGuard::canOpenForegroundWindow(const ForegroundFacts& facts)
 {
-    if (facts.isScreenLocked().value_or(false))
-        return false;
+    return !facts.isScreenLocked().value_or(false) && !isScreenCovered(facts);
+}
+
+bool AutoOpenGuard::isScreenCovered(const ForegroundFacts& facts)
+{
     const auto front = facts.frontApplication();
     if (!front)
-        return true;
+        return false;
     const auto windows = facts.windows();
     if (!windows)
-        return true;
+        return false;
     const auto screens = facts.screens();
-    return std::ranges::none_of(*windows, [&](const ScreenWindow& window) {
+    return std::ranges::any_of(*windows, [&](const ScreenWindow& window) {
         if (window.owner != front || window.layer != kOrdinaryLayer || !window.size)
             return false;
         return std::ranges::any_of(screens, [&](const QSizeF& screen) { return covers(*window.size, screen); });

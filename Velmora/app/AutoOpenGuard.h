@@ -12,6 +12,9 @@ public:
     /// False while the screen is locked, and while the application in front has a window as large as a whole screen: a
     /// video, a game, a presentation. What the system does not tell forbids nothing.
     [[nodiscard]] static bool canOpenForegroundWindow(const ForegroundFacts& facts);
+
+    /// Whether the application in front has such a window.
+    [[nodiscard]] static bool isScreenCovered(const ForegroundFacts& facts);
 };
 
 } // namespace orvella

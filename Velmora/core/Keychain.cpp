@@ -35,6 +35,11 @@ QCoro::Task<> Keychain::deleteToken(QString service) const
     co_await m_secrets->remove(std::move(service), kAccount);
 }
 
+QCoro::Task<SecretStore::Finding> Keychain::lookForToken() const
+{
+    return m_secrets->look(kService, kAccount);
+}
+
 QCoro::Task<std::optional<Secret>> Keychain::deviceToken(std::stop_token stop) const
 {
     const Keychain keychain(*this);

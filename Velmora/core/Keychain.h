@@ -24,6 +24,8 @@ public:
 
     /// The token wherever it is; one that only the older name has is copied to the current one.
     QCoro::Task<std::optional<Secret>> deviceToken(std::stop_token stop) const;
+    /// What there is to say of the current token, without asking the viewer for anything.
+    QCoro::Task<SecretStore::Finding> lookForToken() const;
 
 private:
     SecretStore* m_secrets;

@@ -12,6 +12,7 @@ class RunningApplications;
 class SecretStore;
 class SettingsStore;
 class StatusItem;
+class SystemReport;
 class Updater;
 class ViewerLocale;
 class WindowSystem;
@@ -31,6 +32,7 @@ struct Platform {
     DesktopLook& look;
     ForegroundFacts& foreground;
     Updater& updater;
+    SystemReport& report;
 };
 
 } // namespace orvella

@@ -16,11 +16,26 @@ namespace orvella {
 /// what it has. While the viewer is being asked to unlock the keyring, calls wait.
 class SecretStore {
 public:
+    /// What a store has to say of an item.
+    enum class Finding {
+        item,
+        noItem,
+        /// There may be one; the viewer has not been asked to unlock, or has not answered.
+        locked,
+        /// The viewer did not want to unlock.
+        refused,
+        /// There is no store, or it does not answer.
+        absent,
+    };
+
     virtual ~SecretStore() = default;
 
     /// The item's bytes. Nothing where there clearly is no item, where the viewer refuses to unlock, where there is no
     /// store, or where `stop` was requested.
     virtual QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) = 0;
+
+    /// What a read would find, without asking the viewer for anything.
+    virtual QCoro::Task<Finding> look(QString service, QString account) = 0;
 
     /// Adds an item. It does not look for an older one: remove that first.
     virtual QCoro::Task<> add(QString service, QString account, Secret value) = 0;

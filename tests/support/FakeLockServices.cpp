@@ -11,8 +11,10 @@ FakeLockServices::FakeLockServices()
     : m_connectionName(QUuid::createUuid().toString())
     , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName))
 {
-    if (!m_bus.registerVirtualObject(u"/org"_s, this, QDBusConnection::SubPath))
-        qFatal("There is no session bus.");
+    for (const auto& path : {u"/org"_s, u"/StatusNotifierWatcher"_s}) {
+        if (!m_bus.registerVirtualObject(path, this, QDBusConnection::SubPath))
+            qFatal("There is no session bus.");
+    }
     moveToThread(&m_thread);
     m_thread.start();
 }
@@ -54,8 +56,11 @@ bool FakeLockServices::handleMessage(const QDBusMessage& message, const QDBusCon
     m_questions.append(
         message.path() + u' ' + message.interface() + u'.' + message.member() + u'(' + arguments.join(u", "_s) + u')');
     // A message does not tell which of its receiver's names it was sent to, but the interface does.
-    const bool isForLoginManager = message.interface() == u"org.freedesktop.DBus.Properties";
-    const auto service = m_services.value(isForLoginManager ? u"org.freedesktop.login1"_s : message.interface());
+    auto interface = message.interface();
+    if (interface == u"org.freedesktop.DBus.Properties")
+        interface = arguments.value(0);
+    const auto isLoginManager = interface == u"org.freedesktop.login1.Session";
+    const auto service = m_services.value(isLoginManager ? u"org.freedesktop.login1"_s : interface);
     if (service.manner == Manner::answers)
         connection.send(message.createReply(service.value));
     if (service.manner == Manner::refuses)

@@ -2,6 +2,7 @@
 
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvella {
@@ -82,6 +83,14 @@ QCoro::Task<std::optional<Secret>> FakeSecrets::read(QString service, QString ac
             co_return Secret(item.value);
     }
     co_return std::nullopt;
+}
+
+QCoro::Task<SecretStore::Finding> FakeSecrets::look(QString service, QString account)
+{
+    if (isLocked)
+        co_return Finding::locked;
+    const auto isIt = [&](const Item& item) { return item.service == service && item.account == account; };
+    co_return std::ranges::any_of(m_items, isIt) ? Finding::item : Finding::noItem;
 }
 
 QCoro::Task<> FakeSecrets::add(QString service, QString account, Secret value)

@@ -10,6 +10,7 @@
 #include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
 #include "platform/StatusItem.h"
+#include "platform/SystemReport.h"
 #include "platform/Updater.h"
 #include "platform/ViewerLocale.h"
 #include "platform/WindowSystem.h"
@@ -40,6 +41,7 @@ public:
 class FakeSecrets final : public SecretStore {
 public:
     QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
+    QCoro::Task<Finding> look(QString service, QString account) override;
     QCoro::Task<> add(QString service, QString account, Secret value) override;
     QCoro::Task<> remove(QString service, QString account) override;
 
@@ -199,6 +201,13 @@ public:
     mutable int readings = 0;
 };
 
+class FakeReport final : public SystemReport {
+public:
+    [[nodiscard]] std::vector<Fact> facts() const override { return told; }
+
+    std::vector<Fact> told;
+};
+
 class FakeUpdater final : public Updater {
 public:
     void start() override { ++starts; }
@@ -224,11 +233,12 @@ struct FakePlatform {
     FakeLook look;
     FakeForeground foreground;
     FakeUpdater updater;
+    FakeReport report;
 
     [[nodiscard]] Platform lend()
     {
         return {clock, settings, secrets, loginItem, locale, device, applications, browser, statusItem, windows, look,
-            foreground, updater};
+            foreground, updater, report};
     }
 };
 

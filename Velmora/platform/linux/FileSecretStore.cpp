@@ -20,6 +20,12 @@ QCoro::Task<std::optional<Secret>> FileSecretStore::read(QString service, QStrin
     co_return stop.stop_requested() ? std::nullopt : std::move(item);
 }
 
+QCoro::Task<SecretStore::Finding> FileSecretStore::look(QString service, QString account)
+{
+    const auto item = co_await read(std::move(service), std::move(account), {});
+    co_return item ? Finding::item : Finding::noItem;
+}
+
 QCoro::Task<> FileSecretStore::add(QString service, QString account, Secret value)
 {
     auto writing = inBackground([file = m_file, service, account, value] { return file.put(service, account, value); });

@@ -14,6 +14,7 @@ public:
     explicit FileSecretStore(const QString& folder);
 
     QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
+    QCoro::Task<Finding> look(QString service, QString account) override;
     /// Replaces an item of the same service and account.
     QCoro::Task<> add(QString service, QString account, Secret value) override;
     QCoro::Task<> remove(QString service, QString account) override;

@@ -45,6 +45,29 @@ QCoro::Task<std::optional<Secret>> KeyringSecretStore::read(QString service, QSt
     co_return item ? *item : std::nullopt;
 }
 
+QCoro::Task<SecretStore::Finding> KeyringSecretStore::look(QString service, QString account)
+{
+    const auto stop = m_end.get_token();
+    const auto opened = co_await session(stop);
+    if (!opened)
+        co_return Finding::absent;
+    const auto found = co_await (*opened)->search(service, account, stop);
+    if (!found)
+        co_return Finding::absent;
+    if (!found->unlocked.empty())
+        co_return Finding::item;
+    auto isLocked = !found->locked.empty();
+    if (!isLocked) {
+        const auto locked = co_await lockedDefault(*opened, stop);
+        if (!locked)
+            co_return Finding::absent;
+        isLocked = !locked->empty();
+    }
+    if (!isLocked)
+        co_return Finding::noItem;
+    co_return m_hasRefused ? Finding::refused : Finding::locked;
+}
+
 QCoro::Task<> KeyringSecretStore::add(QString service, QString account, Secret value)
 {
     std::ignore = co_await addItem(std::move(service), std::move(account), std::move(value));

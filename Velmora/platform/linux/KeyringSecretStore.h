@@ -43,6 +43,7 @@ public:
     QCoro::Task<FromKeyring<>> removeItem(QString service, QString account);
 
     QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
+    QCoro::Task<Finding> look(QString service, QString account) override;
     QCoro::Task<> add(QString service, QString account, Secret value) override;
     QCoro::Task<> remove(QString service, QString account) override;
 

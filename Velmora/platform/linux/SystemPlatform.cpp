@@ -14,6 +14,7 @@
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxForegroundFacts.h"
 #include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/LinuxSystemReport.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
 #include "platform/linux/SystemSecretStore.h"
@@ -87,6 +88,7 @@ struct SystemPlatform::Services {
     LinuxDesktopLook look {QDBusConnection::sessionBus()};
     LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
     DistributionUpdater updater;
+    LinuxSystemReport report {environment, QDBusConnection::sessionBus()};
     DBusInstance instance;
 };
 
@@ -116,7 +118,7 @@ Platform SystemPlatform::lend()
     auto& services = *m_services;
     return {services.clock, services.settings, *services.secrets, services.loginItem, services.locale, services.device,
         services.applications, services.browser, services.statusItem, *services.windows, services.look,
-        services.foreground, services.updater};
+        services.foreground, services.updater, services.report};
 }
 
 Instance& SystemPlatform::instance()

@@ -34,6 +34,11 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
     co_return *answer ? *answer : kept;
 }
 
+QCoro::Task<SecretStore::Finding> SystemSecretStore::look(QString service, QString account)
+{
+    return m_keyring.look(std::move(service), std::move(account));
+}
+
 QCoro::Task<> SystemSecretStore::moveToKeyring(QString service, QString account, Secret value)
 {
     const auto end = m_end.get_token();

@@ -19,6 +19,8 @@ public:
     ~SystemSecretStore() override;
 
     QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
+    /// What the keyring says. Where it is absent, the file serves.
+    QCoro::Task<Finding> look(QString service, QString account) override;
     QCoro::Task<> add(QString service, QString account, Secret value) override;
     QCoro::Task<> remove(QString service, QString account) override;
 

@@ -18,6 +18,8 @@ const auto kService = u"orvella.device-token"_s;
 const auto kAccount = u"default"_s;
 
 using Reading = Outcome<std::optional<Secret>>;
+using Finding = SecretStore::Finding;
+using Looking = Outcome<Finding>;
 
 } // namespace
 
@@ -192,6 +194,68 @@ private Q_SLOTS:
 
         QTRY_VERIFY(reading.isThere());
         QVERIFY(*reading);
+    }
+
+    void aLookTellsTheAnswersApartAndAsksTheViewerNothing_data()
+    {
+        QTest::addColumn<bool>("hasItem");
+        QTest::addColumn<bool>("isLocked");
+        QTest::addColumn<bool>("hidesLockedItems");
+        QTest::addColumn<Finding>("finding");
+
+        QTest::newRow("an item") << true << false << false << Finding::item;
+        QTest::newRow("no item") << false << false << false << Finding::noItem;
+        QTest::newRow("an item that is locked") << true << true << false << Finding::locked;
+        QTest::newRow("a locked collection that hides it") << true << true << true << Finding::locked;
+        QTest::newRow("a locked collection without it") << false << true << false << Finding::locked;
+    }
+
+    void aLookTellsTheAnswersApartAndAsksTheViewerNothing()
+    {
+        QFETCH(const bool, hasItem);
+        QFETCH(const bool, isLocked);
+        QFETCH(const bool, hidesLockedItems);
+        QFETCH(const Finding, finding);
+        if (hasItem)
+            service->put(kService, "token-1");
+        service->isLocked = isLocked;
+        service->hidesLockedItems = hidesLockedItems;
+        service->start();
+
+        const auto look = Looking(store->look(kService, kAccount));
+
+        QTRY_VERIFY(look.isThere());
+        QCOMPARE(*look, finding);
+        QCOMPARE(service->calls(u"Unlock"_s), 0);
+        QCOMPARE(service->calls(u"Prompt"_s), 0);
+    }
+
+    void afterARefusalALookSaysSoUntilTheKeyringIsFoundOpen()
+    {
+        service->put(kService, "token-1");
+        service->isLocked = true;
+        service->start();
+        const auto refused = read();
+        QTRY_COMPARE(service->prompts(), 1);
+        service->dismiss();
+        QTRY_VERIFY(refused.isThere());
+
+        const auto closed = Looking(store->look(kService, kAccount));
+        QTRY_VERIFY(closed.isThere());
+        QCOMPARE(*closed, Finding::refused);
+
+        service->isLocked = false;
+        const auto open = Looking(store->look(kService, kAccount));
+        QTRY_VERIFY(open.isThere());
+        QCOMPARE(*open, Finding::item);
+    }
+
+    void withoutAServiceALookFindsNoStore()
+    {
+        const auto look = Looking(store->look(kService, kAccount));
+
+        QTRY_VERIFY(look.isThere());
+        QCOMPARE(*look, Finding::absent);
     }
 
     void aMissingCollectionIsMadeForTheFirstItem()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/SystemReport.h"
+
+#include <QDBusConnection>
+#include <QProcessEnvironment>
+
+namespace orvella {
+
+/// The distribution, the desktop, who shows status items, and the proxies.
+class LinuxSystemReport final : public SystemReport {
+public:
+    /// `root` is where the mark of a sandbox is looked for.
+    LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString root = {});
+
+    /// Waits a tenth of a second at most for an answer of the session bus, and starts no service.
+    [[nodiscard]] std::vector<Fact> facts() const override;
+
+private:
+    [[nodiscard]] QString packaging() const;
+    [[nodiscard]] QString session() const;
+    [[nodiscard]] QString statusArea() const;
+    [[nodiscard]] QString proxies() const;
+    [[nodiscard]] QString harmless(const QString& variable) const;
+    [[nodiscard]] bool hasStatusNotifierHost() const;
+
+    QProcessEnvironment m_environment;
+    QDBusConnection m_sessionBus;
+    QString m_root;
+};
+
+} // namespace orvella
