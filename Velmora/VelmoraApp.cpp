@@ -49,13 +49,16 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     QApplication::setQuitOnLastWindowClosed(false);
 
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
-    if (!platform.instance().claim())
+    if (!platform.instance().claim(commandLine.request))
         return 0;
     const Translations translations(Translations::languagesOf(platform.lend().locale));
     CurlTransport transport;
     AppDelegate delegate(platform.lend(), transport);
     delegate.applicationDidFinishLaunching();
-    platform.instance().watch([&delegate] { delegate.applicationShouldHandleReopen(); });
+    // A launch is all that a reopening asks for.
+    if (commandLine.request != Instance::Request::reopen)
+        delegate.perform(commandLine.request);
+    platform.instance().watch([&delegate](Instance::Request request) { delegate.perform(request); });
     return QApplication::exec();
 }
 

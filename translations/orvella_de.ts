@@ -26,9 +26,16 @@
         <translation>Der Ordner des Profils hat keinen Namen.</translation>
     </message>
     <message>
+        <source>Only one of these options can be used: %1.</source>
+        <translation>Von diesen Optionen ist nur eine möglich: %1.</translation>
+    </message>
+    <message>
         <source>Usage: orvella [OPTION]...
 Pays its viewer for looking at short ads, from the desktop&apos;s bar.
 
+  --open-ad        open the ad on offer, or else the menu
+  --settings       open the window with the settings
+  --autostart      for the session: do nothing where Orvella runs already
   --profile DIR    keep settings, secrets, autostart entry and state in DIR
   --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
                    text; may be repeated
@@ -38,6 +45,9 @@ Pays its viewer for looking at short ads, from the desktop&apos;s bar.
         <translation>Aufruf: orvella [OPTION]...
 Bezahlt dafür, kurze Anzeigen anzusehen, aus der Leiste des Desktops.
 
+  --open-ad        die angebotene Anzeige öffnen, sonst das Menü
+  --settings       das Fenster mit den Einstellungen öffnen
+  --autostart      für die Sitzung: nichts tun, wenn Orvella schon läuft
   --profile DIR    Einstellungen, Geheimnisse, Autostart-Eintrag und Zustand in
                    DIR ablegen
   --set KEY=VALUE  diese Einstellung nur für diesen Lauf verwenden; VALUE ist

@@ -22,4 +22,20 @@ bool AppDelegate::applicationShouldHandleReopen()
     return true;
 }
 
+void AppDelegate::perform(Instance::Request request)
+{
+    switch (request) {
+    case Instance::Request::nothing:
+        return;
+    case Instance::Request::reopen:
+    case Instance::Request::showSettings:
+        applicationShouldHandleReopen();
+        return;
+    case Instance::Request::openAd:
+        if (m_controller)
+            m_controller->openAd();
+        return;
+    }
+}
+
 } // namespace orvella

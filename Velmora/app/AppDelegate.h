@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/StatusBarController.h"
+#include "platform/Instance.h"
 
 #include <memory>
 
@@ -16,6 +17,8 @@ public:
     /// The viewer has started the running program again: the startup window comes to the front, whatever the settings
     /// say. Always true: the system may go on with what it does then.
     bool applicationShouldHandleReopen();
+    /// Does what a later start, or a choice in a launcher, asks for. Nothing before the launch.
+    void perform(Instance::Request request);
 
     /// Nothing before the launch.
     [[nodiscard]] StatusBarController* controller() { return m_controller.get(); }

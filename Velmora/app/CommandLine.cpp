@@ -8,6 +8,39 @@ namespace orvella {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+struct RequestOption {
+    QString name;
+    Instance::Request request;
+};
+
+std::vector<RequestOption> requestOptions()
+{
+    return {
+        {u"open-ad"_s, Instance::Request::openAd},
+        {u"settings"_s, Instance::Request::showSettings},
+        {u"autostart"_s, Instance::Request::nothing},
+    };
+}
+
+Result<Instance::Request> requestIn(const QCommandLineParser& parser)
+{
+    std::vector<Instance::Request> requests;
+    for (const auto& [name, request] : requestOptions()) {
+        if (parser.isSet(name))
+            requests.push_back(request);
+    }
+    if (requests.size() > 1) {
+        return failed(Failure::Kind::refused,
+            QCoreApplication::translate("CommandLine", "Only one of these options can be used: %1.")
+                .arg(u"--open-ad, --settings, --autostart"_s));
+    }
+    return requests.empty() ? Instance::Request::reopen : requests.front();
+}
+
+} // namespace
+
 Result<CommandLine> CommandLine::parse(const QStringList& arguments)
 {
     const QCommandLineOption help(QStringList {u"h"_s, u"help"_s});
@@ -16,6 +49,8 @@ Result<CommandLine> CommandLine::parse(const QStringList& arguments)
     const QCommandLineOption set(u"set"_s, {}, u"KEY=VALUE"_s);
     QCommandLineParser parser;
     parser.addOptions({help, version, profile, set});
+    for (const auto& option : requestOptions())
+        parser.addOption(QCommandLineOption(option.name));
     if (!parser.parse(arguments))
         return failed(Failure::Kind::refused, parser.errorText());
     if (const auto extra = parser.positionalArguments(); !extra.isEmpty()) {
@@ -24,6 +59,10 @@ Result<CommandLine> CommandLine::parse(const QStringList& arguments)
     }
 
     CommandLine commandLine;
+    const auto request = requestIn(parser);
+    if (!request)
+        return std::unexpected(request.error());
+    commandLine.request = *request;
     if (parser.isSet(profile)) {
         commandLine.profile = parser.value(profile);
         if (commandLine.profile->isEmpty()) {
@@ -50,6 +89,9 @@ QString CommandLine::helpText()
         "Usage: orvella [OPTION]...\n"
         "Pays its viewer for looking at short ads, from the desktop's bar.\n"
         "\n"
+        "  --open-ad        open the ad on offer, or else the menu\n"
+        "  --settings       open the window with the settings\n"
+        "  --autostart      for the session: do nothing where Orvella runs already\n"
         "  --profile DIR    keep settings, secrets, autostart entry and state in DIR\n"
         "  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a\n"
         "                   text; may be repeated\n"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Instance.h"
 #include "platform/OverlaySettings.h"
 
 #include <QStringList>
@@ -14,6 +15,8 @@ struct CommandLine {
     enum class Wish { run, showHelp, showVersion };
 
     Wish wish = Wish::run;
+    /// What it is to do besides running.
+    Instance::Request request = Instance::Request::reopen;
     /// The folder that takes everything the program keeps.
     std::optional<QString> profile;
     /// Settings for this run only.

@@ -91,6 +91,15 @@ void StatusBarController::showCurrentAd()
         showMenuPopover();
 }
 
+void StatusBarController::openAd()
+{
+    // One that opened by itself has not taken the keyboard.
+    if (isAdShown())
+        m_adPopover->activate();
+    else
+        showCurrentAd();
+}
+
 void StatusBarController::showAd(const AvailableAd& ad, Popover::Keyboard keyboard)
 {
     if (isAdShown())
@@ -176,11 +185,9 @@ void StatusBarController::showStatusMenu(QPoint place)
         // Not `quit`: that asks every window first, and an ad that is shown takes it for its dismissal.
         .quit = [] { QCoreApplication::exit(); },
     };
-    // An ad that opened by itself has not taken the keyboard: this is the way to it without a pointer.
-    if (isAdShown())
-        actions.showAd = [this] { m_adPopover->activate(); };
-    else if (m_state.availableAd())
-        actions.showAd = [this] { showCurrentAd(); };
+    // Also while an ad is shown: this is the way to its keyboard without a pointer.
+    if (isAdShown() || m_state.availableAd())
+        actions.showAd = [this] { openAd(); };
     m_statusMenu = std::make_unique<StatusMenu>(actions);
     m_statusMenu->popup(place);
 }

@@ -27,6 +27,8 @@ public:
     void statusItemClicked();
     /// Shows the ad on offer, or the menu where there is none. The viewer asked for it.
     void showCurrentAd();
+    /// Leads to the ad: to the one on screen, else to the one on offer, else to the menu.
+    void openAd();
     /// Shows a panel for this ad; does nothing while there is one on screen.
     void showAd(const AvailableAd& ad, Popover::Keyboard keyboard);
     /// Shows the status title: "$", or "$ AD" in green for exactly "AD". The balance only reaches the description.

@@ -3,10 +3,13 @@
 #include "api/Endpoints.h"
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
+#include "support/Samples.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
@@ -26,6 +29,13 @@ QList<QWidget*> launchWindows()
 bool isLaunchWindowShown()
 {
     return !launchWindows().isEmpty() && launchWindows().first()->isVisible();
+}
+
+bool isShown(const QString& name)
+{
+    const auto windows = QApplication::topLevelWidgets();
+    return std::ranges::any_of(
+        windows, [&](const auto* window) { return window->objectName() == name && window->isVisible(); });
 }
 
 struct World {
@@ -104,6 +114,88 @@ private Q_SLOTS:
 
         QVERIFY(launchWindows().isEmpty());
         QVERIFY(!world.delegate->controller());
+    }
+
+    void aRequestBeforeTheLaunchDoesNothing()
+    {
+        World world;
+
+        world.delegate->perform(Instance::Request::showSettings);
+        world.delegate->perform(Instance::Request::openAd);
+
+        QVERIFY(launchWindows().isEmpty());
+        QVERIFY(!isShown(u"menuPanel"_s));
+    }
+
+    void theSettingsAreTheStartupWindow_data()
+    {
+        QTest::addColumn<Instance::Request>("request");
+        QTest::newRow("settings") << Instance::Request::showSettings;
+        QTest::newRow("reopening") << Instance::Request::reopen;
+    }
+
+    void theSettingsAreTheStartupWindow()
+    {
+        QFETCH(const Instance::Request, request);
+        World world;
+        world.platform.settings.values = {{u"showLaunchWindowAtStartup"_s, false}};
+        world.launch();
+
+        world.delegate->perform(request);
+        settle();
+
+        QVERIFY(isLaunchWindowShown());
+        QVERIFY(!isShown(u"menuPanel"_s));
+    }
+
+    void aStartByTheSessionChangesNothingInTheRunningProgram()
+    {
+        World world;
+        world.platform.settings.values = {{u"showLaunchWindowAtStartup"_s, false}};
+        world.launch();
+
+        world.delegate->perform(Instance::Request::nothing);
+        settle();
+
+        QVERIFY(launchWindows().isEmpty());
+        QVERIFY(!isShown(u"menuPanel"_s));
+    }
+
+    void withoutAnOfferTheAdIsTheMenu()
+    {
+        World world;
+        world.launch();
+
+        world.delegate->perform(Instance::Request::openAd);
+        settle();
+        QVERIFY(isShown(u"menuPanel"_s));
+
+        // It is no toggle.
+        world.delegate->perform(Instance::Request::openAd);
+        settle();
+        QVERIFY(isShown(u"menuPanel"_s));
+        QVERIFY(!isShown(u"adPanel"_s));
+    }
+
+    void theAdOnOfferOpensOnceAndIsBroughtToTheFrontAgain()
+    {
+        World world;
+        world.platform.settings.values = {{u"showLaunchWindowAtStartup"_s, false}};
+        world.launch();
+        world.delegate->controller()->state().availableAd = anAd();
+
+        world.delegate->perform(Instance::Request::openAd);
+        settle();
+        QVERIFY(isShown(u"adPanel"_s));
+        QVERIFY(!isShown(u"menuPanel"_s));
+        QCOMPARE(world.platform.windows.activated.size(), 1U);
+
+        world.delegate->perform(Instance::Request::openAd);
+        settle();
+        QVERIFY(isShown(u"adPanel"_s));
+        QVERIFY(!isShown(u"menuPanel"_s));
+        QCOMPARE(world.platform.windows.activated.size(), 2U);
+        QCOMPARE(world.platform.windows.activated.front(), world.platform.windows.activated.back());
     }
 
     void aReopenShowsTheWindowThatTheSettingHides()

@@ -24,8 +24,31 @@ private Q_SLOTS:
 
         QVERIFY(commandLine);
         QCOMPARE(commandLine->wish, CommandLine::Wish::run);
+        QCOMPARE(commandLine->request, Instance::Request::reopen);
         QVERIFY(!commandLine->profile);
         QVERIFY(commandLine->overlays.empty());
+    }
+
+    void oneThingCanBeAskedFor_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<Instance::Request>("request");
+        QTest::newRow("the ad") << u"--open-ad"_s << Instance::Request::openAd;
+        QTest::newRow("the settings") << u"--settings"_s << Instance::Request::showSettings;
+        QTest::newRow("nothing") << u"--autostart"_s << Instance::Request::nothing;
+    }
+
+    void oneThingCanBeAskedFor()
+    {
+        QFETCH(const QString, option);
+
+        const auto commandLine = parse({option, u"--profile=/tmp/x"_s});
+
+        QVERIFY(commandLine);
+        QCOMPARE(commandLine->wish, CommandLine::Wish::run);
+        QTEST(commandLine->request, "request");
+        QCOMPARE(commandLine->profile, u"/tmp/x"_s);
+        QVERIFY(CommandLine::helpText().contains(option));
     }
 
     void settingsAreJsonOrElseTexts()
@@ -69,6 +92,9 @@ private Q_SLOTS:
         QTest::newRow("no key") << QStringList {u"--set"_s, u"=true"_s};
         QTest::newRow("no value for --profile") << QStringList {u"--profile"_s};
         QTest::newRow("empty profile") << QStringList {u"--profile="_s};
+        QTest::newRow("the ad and the settings") << QStringList {u"--open-ad"_s, u"--settings"_s};
+        QTest::newRow("an action at login") << QStringList {u"--autostart"_s, u"--open-ad"_s};
+        QTest::newRow("an action with a value") << QStringList {u"--settings=all"_s};
         QTest::newRow("help with a value") << QStringList {u"--help=me"_s};
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Instance.h"
+
 #include <QDBusAbstractAdaptor>
 #include <QString>
 #include <QStringList>
@@ -7,6 +9,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <optional>
 
 namespace orvella {
 
@@ -17,18 +20,21 @@ class DBusApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    /// `activated` is called with what the caller says of its platform.
-    DBusApplicationAdaptor(QObject* parent, std::function<void(const QVariantMap&)> activated);
+    /// `requested` is called with what is asked for and what the caller says of its platform.
+    DBusApplicationAdaptor(QObject* parent, std::function<void(Instance::Request, const QVariantMap&)> requested);
+
+    /// The action's name in the desktop entry; nothing for what is no action.
+    [[nodiscard]] static std::optional<QString> actionFor(Instance::Request request);
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platform_data);
     /// The program opens no files; it comes to the front all the same.
     void Open(const QStringList& uris, const QVariantMap& platform_data);
-    /// There are no actions.
+    /// An action that there is not does nothing.
     void ActivateAction(const QString& action_name, const QVariantList& parameter, const QVariantMap& platform_data);
 
 private:
-    std::function<void(const QVariantMap&)> m_activated;
+    std::function<void(Instance::Request, const QVariantMap&)> m_requested;
 };
 
 } // namespace orvella

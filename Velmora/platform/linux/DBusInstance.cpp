@@ -3,6 +3,7 @@
 #include "base/ApplicationId.h"
 #include "platform/linux/DBusApplicationAdaptor.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -57,7 +58,7 @@ DBusInstance::DBusInstance(QDBusConnection bus, Options options)
     , m_name(nameFor(m_options.profile))
     , m_path(pathFor(m_name))
 {
-    new DBusApplicationAdaptor(this, [this](const QVariantMap& data) { activated(data); });
+    new DBusApplicationAdaptor(this, [this](Request request, const QVariantMap& data) { receive(request, data); });
 }
 
 DBusInstance::~DBusInstance()
@@ -67,7 +68,7 @@ DBusInstance::~DBusInstance()
         m_bus.unregisterService(m_name);
 }
 
-bool DBusInstance::claim()
+bool DBusInstance::claim(Request request)
 {
     // Whoever sees the name can call at once.
     if (!m_bus.isConnected() || !m_bus.registerObject(m_path, this, QDBusConnection::ExportAdaptors))
@@ -76,9 +77,11 @@ bool DBusInstance::claim()
     constexpr int kAttempts = 3;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_isOwner = requestName();
-        if (m_isOwner)
+        if (m_isOwner) {
+            takeWhatTheBusHasKept();
             return true;
-        if (activateOwner() || hasOwner()) {
+        }
+        if (tellOwner(request) || hasOwner()) {
             m_bus.unregisterObject(m_path);
             return false;
         }
@@ -86,10 +89,10 @@ bool DBusInstance::claim()
     return true;
 }
 
-void DBusInstance::watch(std::function<void()> reopened)
+void DBusInstance::watch(std::function<void(Request)> requested)
 {
-    m_reopened = std::move(reopened);
-    if (m_isReopened)
+    m_requested = std::move(requested);
+    if (!m_requests.empty())
         QMetaObject::invokeMethod(this, &DBusInstance::handOver, Qt::QueuedConnection);
 }
 
@@ -106,33 +109,53 @@ bool DBusInstance::hasOwner() const
     return reply.isValid() && reply.value();
 }
 
-bool DBusInstance::activateOwner() const
+bool DBusInstance::tellOwner(Request request) const
 {
-    auto call = QDBusMessage::createMethodCall(m_name, m_path, kInterface, u"Activate"_s);
+    if (request == Request::nothing)
+        return hasOwner();
+    const auto action = DBusApplicationAdaptor::actionFor(request);
+    auto call =
+        QDBusMessage::createMethodCall(m_name, m_path, kInterface, action ? u"ActivateAction"_s : u"Activate"_s);
+    if (action)
+        call << *action << QVariantList();
     call << platformData(m_options.environment);
     call.setAutoStartService(false);
     return m_bus.call(call, QDBus::Block, kPatienceMilliseconds).type() == QDBusMessage::ReplyMessage;
 }
 
-void DBusInstance::activated(const QVariantMap& data)
+void DBusInstance::takeWhatTheBusHasKept()
+{
+    // What the bus has started the program for it delivers together with the name, so before the answer to any later
+    // question.
+    static_cast<void>(hasOwner());
+    m_isStarting = true;
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    m_isStarting = false;
+}
+
+void DBusInstance::receive(Request request, const QVariantMap& data)
 {
     auto token = data.value(kToken).toString();
     if (token.isEmpty())
         token = data.value(kStartupId).toString();
     if (m_options.takeActivationToken && !token.isEmpty())
         m_options.takeActivationToken(std::move(token));
-    m_isReopened = true;
+    if (m_isStarting && request == Request::reopen)
+        return;
+    m_requests.push_back(request);
     // The caller has its answer first.
     QMetaObject::invokeMethod(this, &DBusInstance::handOver, Qt::QueuedConnection);
 }
 
 void DBusInstance::handOver()
 {
-    if (!m_reopened || !std::exchange(m_isReopened, false))
+    if (!m_requested)
         return;
-    // A copy, because the listener may replace itself.
-    const auto reopened = m_reopened;
-    reopened();
+    for (const auto request : std::exchange(m_requests, {})) {
+        // A copy, because the listener may replace itself.
+        const auto requested = m_requested;
+        requested(request);
+    }
 }
 
 } // namespace orvella

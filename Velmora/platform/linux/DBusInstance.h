@@ -9,6 +9,7 @@
 #include <QVariantMap>
 
 #include <optional>
+#include <vector>
 
 namespace orvella {
 
@@ -29,14 +30,18 @@ public:
         std::function<void(QString)> takeActivationToken;
     };
 
+    /// `bus` is a connection of its own: the shared ones hold back what comes in until the main loop runs.
     DBusInstance(QDBusConnection bus, Options options);
     ~DBusInstance() override;
 
     /// Waits for the first program for two seconds at most.
-    [[nodiscard]] bool claim() override;
+    ///
+    /// Where the bus has started this one in order to activate it, the activation is this very start and is not handed
+    /// over once more.
+    [[nodiscard]] bool claim(Request request) override;
 
-    /// A reopening from before this call is handed over, too.
-    void watch(std::function<void()> reopened) override;
+    /// Requests from before this call are handed over, too.
+    void watch(std::function<void(Request)> requested) override;
 
     /// The name on the bus.
     [[nodiscard]] QString name() const { return m_name; }
@@ -44,8 +49,9 @@ public:
 private:
     [[nodiscard]] bool requestName();
     [[nodiscard]] bool hasOwner() const;
-    [[nodiscard]] bool activateOwner() const;
-    void activated(const QVariantMap& platformData);
+    [[nodiscard]] bool tellOwner(Request request) const;
+    void takeWhatTheBusHasKept();
+    void receive(Request request, const QVariantMap& platformData);
     void handOver();
 
     QDBusConnection m_bus;
@@ -53,8 +59,9 @@ private:
     QString m_name;
     QString m_path;
     bool m_isOwner = false;
-    bool m_isReopened = false;
-    std::function<void()> m_reopened;
+    bool m_isStarting = false;
+    std::vector<Request> m_requests;
+    std::function<void(Request)> m_requested;
 };
 
 } // namespace orvella

@@ -34,7 +34,7 @@ namespace {
 /// What the session starts at the next login.
 QStringList command(const std::optional<QString>& profile)
 {
-    QStringList words {QCoreApplication::applicationFilePath()};
+    QStringList words {QCoreApplication::applicationFilePath(), QStringLiteral("--autostart")};
     if (profile)
         words << QStringLiteral("--profile") << QDir().absoluteFilePath(*profile);
     return words;
@@ -65,7 +65,7 @@ struct SystemPlatform::Services {
         , applications(environment, directories.applications())
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
-        , instance(QDBusConnection::sessionBus(),
+        , instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("instance")),
               {absolute(profile), environment, [this](const QString& token) { activationTokens.receive(token); }})
     {
     }

@@ -19,10 +19,29 @@ using namespace orvella;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+using Request = Instance::Request;
+using Requests = QList<Request>;
+
 namespace {
 
 const auto kClaim = u"--claim"_s;
+const auto kServe = u"--serve"_s;
 const auto kConnection = u"first"_s;
+
+QString nameOf(Request request)
+{
+    switch (request) {
+    case Request::nothing:
+        return u"nothing"_s;
+    case Request::reopen:
+        return u"reopen"_s;
+    case Request::openAd:
+        return u"openAd"_s;
+    case Request::showSettings:
+        return u"showSettings"_s;
+    }
+    return {};
+}
 
 /// The program once more, in a process of its own; the name of the profile follows, if there is one.
 int claimAndSay()
@@ -31,18 +50,42 @@ int claimAndSay()
     options.environment = QProcessEnvironment::systemEnvironment();
     if (const auto arguments = QCoreApplication::arguments(); arguments.size() > 2)
         options.profile = arguments.at(2);
-    DBusInstance instance(QDBusConnection::sessionBus(), options);
-    std::puts(instance.claim() ? "first" : "second");
+    const auto request = static_cast<Request>(qEnvironmentVariableIntValue("REQUEST"));
+    DBusInstance instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection), options);
+    std::puts(instance.claim(request) ? "first" : "second");
     return 0;
 }
 
+/// The program as the bus starts it: what happens to it goes into a file, and the settings end it.
+int serveAndWriteDown()
+{
+    QFile file(QCoreApplication::arguments().at(2));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return 1;
+    const auto writeDown = [&file](const QString& line) { file.write(line.toUtf8() + '\n'); };
+    auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection);
+    // It does not outlive the test, whatever becomes of that.
+    bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
+        QCoreApplication::instance(), SLOT(quit()));
+    DBusInstance instance(bus, {{}, {}, [&writeDown](const QString& token) { writeDown(u"token "_s + token); }});
+    writeDown(instance.claim(Request::reopen) ? u"launch"_s : u"second"_s);
+    instance.watch([&writeDown](Request request) {
+        writeDown(nameOf(request));
+        if (request == Request::showSettings)
+            QCoreApplication::exit();
+    });
+    return QCoreApplication::exec();
+}
+
 /// What such a program says of itself.
-QByteArray claimElsewhere(const QString& profile = {}, const QHash<QString, QString>& variables = {})
+QByteArray claimElsewhere(
+    const QString& profile = {}, const QHash<QString, QString>& variables = {}, Request request = Request::reopen)
 {
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
     for (auto variable = variables.begin(); variable != variables.end(); ++variable)
         environment.insert(variable.key(), variable.value());
+    environment.insert(u"REQUEST"_s, QString::number(static_cast<int>(request)));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(),
@@ -52,6 +95,80 @@ QByteArray claimElsewhere(const QString& profile = {}, const QHash<QString, QStr
         return "it does not end";
     return process.readAllStandardOutput().trimmed();
 }
+
+/// A session bus of its own: one that starts the program, or one that gives nobody its name.
+class OtherBus final {
+public:
+    explicit OtherBus(const QByteArray& rules)
+    {
+        QFile file(m_folder.filePath(u"bus.conf"_s));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("The folder cannot be written to.");
+        file.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
+                   "<policy context='default'><allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
+            + rules + "</busconfig>");
+        file.close();
+        m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file.fileName()});
+        if (!m_daemon.waitForReadyRead())
+            qFatal("The bus does not start.");
+        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
+    }
+
+    ~OtherBus()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+
+    [[nodiscard]] const QString& address() const { return m_address; }
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_daemon;
+    QString m_address;
+};
+
+/// Calls the program on a bus that starts it, which is the first of these calls' doing.
+class ActivatingBus final {
+public:
+    ActivatingBus()
+    {
+        QFile service(m_folder.filePath(u"io.orvella.Orvella.service"_s));
+        if (!service.open(QIODevice::WriteOnly))
+            qFatal("The folder cannot be written to.");
+        service.write(u"[D-BUS Service]\nName=%1\nExec=\"%2\" %3 \"%4\"\n"_s
+                .arg(kApplicationId, QCoreApplication::applicationFilePath(), kServe, log())
+                .toUtf8());
+        service.close();
+        m_bus.emplace("<allow own='*'/></policy><servicedir>" + m_folder.path().toUtf8() + "</servicedir>");
+    }
+
+    ~ActivatingBus() { QDBusConnection::disconnectFromBus(u"activating"_s); }
+
+    void call(const QString& method, const QVariantList& arguments)
+    {
+        auto connection = QDBusConnection::connectToBus(m_bus->address(), u"activating"_s);
+        auto call = QDBusMessage::createMethodCall(
+            kApplicationId, u"/io/orvella/Orvella"_s, u"org.freedesktop.Application"_s, method);
+        call.setArguments(arguments);
+        QCOMPARE(connection.call(call).type(), QDBusMessage::ReplyMessage);
+    }
+
+    [[nodiscard]] QStringList events() const
+    {
+        QFile file(log());
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    }
+
+private:
+    [[nodiscard]] QString log() const { return m_folder.filePath(u"log"_s); }
+
+    QTemporaryDir m_folder;
+    std::optional<OtherBus> m_bus;
+};
 
 /// Owns the name as a program that does not do what it should.
 class OddOwner final : public QDBusVirtualObject {
@@ -100,7 +217,7 @@ private Q_SLOTS:
         QVERIFY(m_bus.isConnected());
         m_first = instance({});
         m_tokens.clear();
-        m_reopenings = 0;
+        m_requests.clear();
     }
 
     void cleanup()
@@ -112,7 +229,7 @@ private Q_SLOTS:
 
     void theFirstProgramHasTheNameOfTheApplication()
     {
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
 
         QCOMPARE(m_first->name(), u"io.orvella.Orvella"_s);
         QVERIFY(isOwned(u"io.orvella.Orvella"_s));
@@ -120,14 +237,14 @@ private Q_SLOTS:
 
     void aSecondProgramReopensTheFirst()
     {
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         watch();
 
         QCOMPARE(claimElsewhere(), "second");
-        QTRY_COMPARE(m_reopenings, 1);
+        QTRY_COMPARE(m_requests.size(), 1);
 
         QCOMPARE(claimElsewhere(), "second");
-        QTRY_COMPARE(m_reopenings, 2);
+        QTRY_COMPARE(m_requests.size(), 2);
     }
 
     void aProgramIsTheFirstAgainAfterTheEndOfAnother()
@@ -135,7 +252,7 @@ private Q_SLOTS:
         QCOMPARE(claimElsewhere(), "first");
         QCOMPARE(claimElsewhere(), "first");
 
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         m_first.reset();
 
         QCOMPARE(claimElsewhere(), "first");
@@ -143,16 +260,16 @@ private Q_SLOTS:
 
     void eachProfileHasAProgramOfItsOwn()
     {
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         watch();
         auto other = instance(u"/home/viewer/other"_s);
-        QVERIFY(other->claim());
+        QVERIFY(other->claim(Request::reopen));
 
         QCOMPARE(claimElsewhere(u"/home/viewer/other"_s), "second");
         QCOMPARE(claimElsewhere(u"/home/viewer/third"_s), "first");
 
         QTest::qWait(50);
-        QCOMPARE(m_reopenings, 0);
+        QCOMPARE(m_requests.size(), 0);
     }
 
     void theNameOfAProfileIsAValidNameThatSaysNothingOfItsFolder()
@@ -165,28 +282,80 @@ private Q_SLOTS:
         QCOMPARE(name, instance(u"/home/viewer/é 1.2-3"_s)->name());
     }
 
+    void aSecondProgramHasTheFirstDoWhatItWasStartedFor_data()
+    {
+        QTest::addColumn<Request>("request");
+        QTest::newRow("the ad") << Request::openAd;
+        QTest::newRow("the settings") << Request::showSettings;
+    }
+
+    void aSecondProgramHasTheFirstDoWhatItWasStartedFor()
+    {
+        QFETCH(const Request, request);
+        QVERIFY(m_first->claim(Request::reopen));
+        watch();
+
+        QCOMPARE(claimElsewhere({}, {{u"XDG_ACTIVATION_TOKEN"_s, u"token"_s}}, request), "second");
+
+        QTRY_COMPARE(m_requests, Requests {request});
+        QCOMPARE(m_tokens, QStringList {u"token"_s});
+    }
+
+    void aSecondProgramThatTheSessionStartedLeavesTheFirstAlone()
+    {
+        QVERIFY(m_first->claim(Request::reopen));
+        watch();
+
+        QCOMPARE(claimElsewhere({}, {{u"XDG_ACTIVATION_TOKEN"_s, u"token"_s}}, Request::nothing), "second");
+
+        QTest::qWait(50);
+        QCOMPARE(m_requests, Requests());
+        QCOMPARE(m_tokens, QStringList());
+    }
+
+    void aProgramThatTheSessionStartedIsTheFirstLikeAnyOther()
+    {
+        QCOMPARE(claimElsewhere({}, {}, Request::nothing), "first");
+    }
+
+    void requestsFromBeforeTheWatchAreHandedOverInTheirOrder()
+    {
+        QVERIFY(m_first->claim(Request::reopen));
+        QCOMPARE(claimElsewhere({}, {}, Request::openAd), "second");
+        QCOMPARE(claimElsewhere({}, {}, Request::reopen), "second");
+        QCOMPARE(claimElsewhere({}, {}, Request::showSettings), "second");
+        QTest::qWait(50);
+
+        watch();
+
+        const Requests all {Request::openAd, Request::reopen, Request::showSettings};
+        QTRY_COMPARE(m_requests, all);
+        QTest::qWait(50);
+        QCOMPARE(m_requests, all);
+    }
+
     void aReopeningBetweenTheClaimAndTheWatchIsNotLost()
     {
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         QCOMPARE(claimElsewhere(), "second");
         QTest::qWait(50);
 
         watch();
 
-        QTRY_COMPARE(m_reopenings, 1);
+        QTRY_COMPARE(m_requests.size(), 1);
         QTest::qWait(50);
-        QCOMPARE(m_reopenings, 1);
+        QCOMPARE(m_requests.size(), 1);
     }
 
     void theListenerMayReplaceItselfInsideItsCall()
     {
-        QVERIFY(m_first->claim());
-        m_first->watch([this] { m_first->watch([this] { ++m_reopenings; }); });
+        QVERIFY(m_first->claim(Request::reopen));
+        m_first->watch([this](Request) { watch(); });
 
         QCOMPARE(claimElsewhere(), "second");
         QCOMPARE(claimElsewhere(), "second");
 
-        QTRY_COMPARE(m_reopenings, 1);
+        QTRY_COMPARE(m_requests.size(), 1);
     }
 
     void theRightToComeToTheFrontIsHandedOver_data()
@@ -204,30 +373,65 @@ private Q_SLOTS:
     {
         QFETCH(const QString, token);
         QFETCH(const QString, startupId);
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         watch();
 
         QCOMPARE(
             claimElsewhere({}, {{u"XDG_ACTIVATION_TOKEN"_s, token}, {u"DESKTOP_STARTUP_ID"_s, startupId}}), "second");
 
-        QTRY_COMPARE(m_reopenings, 1);
+        QTRY_COMPARE(m_requests.size(), 1);
         QTEST(m_tokens, "handedOver");
     }
 
     void aLauncherActivatesItAsTheSpecificationHasIt()
     {
-        QVERIFY(m_first->claim());
+        QVERIFY(m_first->claim(Request::reopen));
         watch();
 
         QVERIFY(launch({u"launch"_s, kApplicationId}));
-        QTRY_COMPARE(m_reopenings, 1);
+        QTRY_COMPARE(m_requests.size(), 1);
 
         QVERIFY(launch({u"launch"_s, kApplicationId, u"/tmp/file"_s}));
-        QTRY_COMPARE(m_reopenings, 2);
+        QTRY_COMPARE(m_requests.size(), 2);
+
+        QVERIFY(launch({u"action"_s, kApplicationId, u"open-ad"_s}));
+        QVERIFY(launch({u"action"_s, kApplicationId, u"settings"_s}));
+        QTRY_COMPARE(m_requests.mid(2), (Requests {Request::openAd, Request::showSettings}));
+    }
+
+    void anActionThatThereIsNotDoesNothing()
+    {
+        QVERIFY(m_first->claim(Request::reopen));
+        watch();
 
         QVERIFY(launch({u"action"_s, kApplicationId, u"unknown"_s, u"'parameter'"_s}));
+        QVERIFY(launch({u"action"_s, kApplicationId, u"Open-Ad"_s}));
+
         QTest::qWait(50);
-        QCOMPARE(m_reopenings, 2);
+        QCOMPARE(m_requests, Requests());
+    }
+
+    void aStartByTheBusIsTheActivationItself()
+    {
+        ActivatingBus bus;
+
+        bus.call(u"Activate"_s, {QVariantMap {{u"activation-token"_s, u"token"_s}}});
+        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s}));
+        bus.call(u"Activate"_s, {QVariantMap()});
+        bus.call(u"ActivateAction"_s, {u"settings"_s, QVariantList(), QVariantMap()});
+
+        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s, u"reopen"_s, u"showSettings"_s}));
+    }
+
+    void aStartByTheBusForAnActionDoesIt()
+    {
+        ActivatingBus bus;
+
+        bus.call(
+            u"ActivateAction"_s, {u"open-ad"_s, QVariantList(), QVariantMap {{u"activation-token"_s, u"token"_s}}});
+        bus.call(u"ActivateAction"_s, {u"settings"_s, QVariantList(), QVariantMap()});
+
+        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s, u"openAd"_s, u"showSettings"_s}));
     }
 
     void anOwnerThatKeepsSilentIsWaitedForForTwoSeconds()
@@ -269,22 +473,16 @@ private Q_SLOTS:
         DBusInstance first(nowhere, {});
         DBusInstance second(nowhere, {});
 
-        QVERIFY(first.claim());
-        QVERIFY(second.claim());
-        first.watch([] {});
+        QVERIFY(first.claim(Request::reopen));
+        QVERIFY(second.claim(Request::reopen));
+        first.watch([](Request) {});
     }
 
     void onABusThatGivesNobodyTheNameEveryProgramIsTheFirst()
     {
-        QProcess daemon;
-        QTemporaryDir folder;
-        QVERIFY(startStrictBus(daemon, folder));
+        const OtherBus bus("<deny own='*'/></policy>");
 
-        QCOMPARE(claimElsewhere({}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromUtf8(daemon.readLine().trimmed())}}),
-            "first");
-
-        daemon.kill();
-        daemon.waitForFinished();
+        QCOMPARE(claimElsewhere({}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address()}}), "first");
     }
 
 private:
@@ -297,7 +495,7 @@ private:
 
     void watch()
     {
-        m_first->watch([this] { ++m_reopenings; });
+        m_first->watch([this](Request request) { m_requests.append(request); });
     }
 
     static bool isOwned(const QString& name)
@@ -315,23 +513,10 @@ private:
             && launcher.exitCode() == 0;
     }
 
-    static bool startStrictBus(QProcess& daemon, const QTemporaryDir& folder)
-    {
-        QFile file(folder.filePath(u"bus.conf"_s));
-        if (!file.open(QIODevice::WriteOnly))
-            return false;
-        file.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
-                   "<policy context='default'><allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
-                   "<deny own='*'/></policy></busconfig>");
-        file.close();
-        daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file.fileName()});
-        return daemon.waitForStarted() && daemon.waitForReadyRead();
-    }
-
     QDBusConnection m_bus {QString()};
     std::unique_ptr<DBusInstance> m_first;
     QStringList m_tokens;
-    int m_reopenings = 0;
+    Requests m_requests;
 };
 
 int main(int argumentCount, char** arguments)
@@ -339,6 +524,8 @@ int main(int argumentCount, char** arguments)
     QCoreApplication application(argumentCount, arguments);
     if (QCoreApplication::arguments().value(1) == kClaim)
         return claimAndSay();
+    if (QCoreApplication::arguments().value(1) == kServe)
+        return serveAndWriteDown();
     DBusInstanceTest test;
     return QTest::qExec(&test, argumentCount, arguments);
 }
