@@ -3,6 +3,7 @@
 #include "api/CurlTransport.h"
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "app/Diagnosis.h"
 #include "app/Translations.h"
 #include "base/ApplicationId.h"
 #include "base/Version.h"
@@ -34,12 +35,9 @@ QStringList arguments(int argc, char** argv)
     return texts;
 }
 
-int runInBar(int argc, char** argv, const CommandLine& commandLine)
+/// After the application object.
+void describeApplication()
 {
-    SystemPlatform::prepareProcess();
-    // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
-    QApplication::setAttribute(Qt::AA_DisableSessionManager);
-    const QApplication application(argc, argv);
     // The application object has taken on the viewer's locale, in which C functions read and write numbers differently.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("orvella"));
@@ -47,6 +45,15 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     QApplication::setApplicationVersion(kVersion);
     QApplication::setDesktopFileName(kApplicationId);
     QApplication::setQuitOnLastWindowClosed(false);
+}
+
+int runInBar(int argc, char** argv, const CommandLine& commandLine)
+{
+    SystemPlatform::prepareProcess();
+    // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
+    QApplication::setAttribute(Qt::AA_DisableSessionManager);
+    const QApplication application(argc, argv);
+    describeApplication();
 
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
     if (!platform.instance().claim(commandLine.request))
@@ -59,6 +66,34 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     if (commandLine.request != Instance::Request::reopen)
         delegate.perform(commandLine.request);
     platform.instance().watch([&delegate](Instance::Request request) { delegate.perform(request); });
+    platform.instance().offerReport([&delegate] { return delegate.diagnosis(); });
+    return QApplication::exec();
+}
+
+QCoro::Task<> printDiagnosis(Platform platform)
+{
+    const auto text = co_await Diagnosis::text(platform, nullptr);
+    print(stdout, text);
+    QCoreApplication::exit();
+}
+
+/// The running program knows its errors and its surroundings; where none runs, this one looks for itself.
+int diagnose(int argc, char** argv, const CommandLine& commandLine)
+{
+    SystemPlatform::prepareProcess();
+    // The fault may be that there is no display, or none that lets the program in.
+    const auto hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const auto chosen = qgetenv("QT_QPA_PLATFORM");
+    const auto first = chosen.isEmpty() && hasDisplay ? QByteArray("xcb;wayland") : chosen;
+    qputenv("QT_QPA_PLATFORM", first.isEmpty() ? QByteArray("offscreen") : first + ";offscreen");
+    const QApplication application(argc, argv);
+    describeApplication();
+    SystemPlatform platform(commandLine.profile, commandLine.overlays);
+    if (const auto report = platform.instance().runningReport()) {
+        print(stdout, *report);
+        return 0;
+    }
+    QMetaObject::invokeMethod(qApp, [&platform] { printDiagnosis(platform.lend()); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 
@@ -78,6 +113,8 @@ int VelmoraApp::run(int argc, char** argv)
     case CommandLine::Wish::showVersion:
         print(stdout, CommandLine::versionText());
         return 0;
+    case CommandLine::Wish::diagnose:
+        return diagnose(argc, argv, *commandLine);
     case CommandLine::Wish::run:
         break;
     }

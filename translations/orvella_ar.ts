@@ -29,32 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>لا يمكن استخدام سوى واحد من هذه الخيارات: %1.</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>الاستخدام: orvella [OPTION]...
-يدفع لك مقابل مشاهدة إعلانات قصيرة من شريط سطح المكتب.
-
-  --open-ad        افتح الإعلان المعروض، وإلا فالقائمة
-  --settings       افتح نافذة الإعدادات
-  --autostart      للجلسة: لا تفعل شيئًا إن كان Orvella يعمل بالفعل
-  --profile DIR    احفظ الإعدادات والأسرار ومُدخلة البدء والحالة في DIR
-  --set KEY=VALUE  استخدم هذا الإعداد في هذا التشغيل فقط؛ VALUE هو JSON وإلا
-                   فنص؛ يمكن تكراره
-  -h, --help       اعرض هذه المساعدة واخرج
-  -v, --version    اعرض الإصدار واخرج
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

@@ -29,33 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>Von diesen Optionen ist nur eine möglich: %1.</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>Aufruf: orvella [OPTION]...
-Bezahlt dafür, kurze Anzeigen anzusehen, aus der Leiste des Desktops.
-
-  --open-ad        die angebotene Anzeige öffnen, sonst das Menü
-  --settings       das Fenster mit den Einstellungen öffnen
-  --autostart      für die Sitzung: nichts tun, wenn Orvella schon läuft
-  --profile DIR    Einstellungen, Geheimnisse, Autostart-Eintrag und Zustand in
-                   DIR ablegen
-  --set KEY=VALUE  diese Einstellung nur für diesen Lauf verwenden; VALUE ist
-                   JSON oder sonst ein Text; mehrfach möglich
-  -h, --help       diese Hilfe anzeigen und beenden
-  -v, --version    die Version anzeigen und beenden
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

@@ -29,32 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>Solo se puede usar una de estas opciones: %1.</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>Uso: orvella [OPTION]...
-Paga por ver anuncios breves, desde la barra del escritorio.
-
-  --open-ad        abrir el anuncio ofrecido o, si no hay, el menú
-  --settings       abrir la ventana de los ajustes
-  --autostart      para la sesión: no hacer nada si Orvella ya está en marcha
-  --profile DIR    guardar ajustes, secretos, entrada de inicio y estado en DIR
-  --set KEY=VALUE  usar este ajuste solo en esta ejecución; VALUE es JSON o, si
-                   no, un texto; se puede repetir
-  -h, --help       mostrar esta ayuda y salir
-  -v, --version    mostrar la versión y salir
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

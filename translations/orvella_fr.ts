@@ -29,32 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>Une seule de ces options peut être utilisée&#xa0;: %1.</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>Utilisation&#xa0;: orvella [OPTION]...
-Rémunère le visionnage de courtes publicités, depuis la barre du bureau.
-
-  --open-ad        ouvrir la publicité proposée, ou sinon le menu
-  --settings       ouvrir la fenêtre des réglages
-  --autostart      pour la session&#xa0;: ne rien faire si Orvella est déjà lancé
-  --profile DIR    garder réglages, secrets, entrée de démarrage et état dans DIR
-  --set KEY=VALUE  utiliser ce réglage pour cette exécution seulement&#xa0;; VALUE est
-                   du JSON, ou sinon un texte&#xa0;; peut être répété
-  -h, --help       afficher cette aide et quitter
-  -v, --version    afficher la version et quitter
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

@@ -29,32 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>%1 のうち使用できるのは 1 つだけです。</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>使い方: orvella [OPTION]...
-デスクトップのバーから短い広告を見ると報酬が得られます。
-
-  --open-ad        提供中の広告を、なければメニューを開く
-  --settings       設定のウィンドウを開く
-  --autostart      セッション用。Orvella が実行中なら何もしない
-  --profile DIR    設定、秘密情報、自動起動の項目、状態を DIR に保存する
-  --set KEY=VALUE  この設定を今回の実行でのみ使う。VALUE は JSON、それ以外は
-                   文字列。繰り返し指定できる
-  -h, --help       このヘルプを表示して終了する
-  -v, --version    バージョンを表示して終了する
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

@@ -29,33 +29,6 @@
         <source>Only one of these options can be used: %1.</source>
         <translation>Só é possível usar uma destas opções: %1.</translation>
     </message>
-    <message>
-        <source>Usage: orvella [OPTION]...
-Pays its viewer for looking at short ads, from the desktop&apos;s bar.
-
-  --open-ad        open the ad on offer, or else the menu
-  --settings       open the window with the settings
-  --autostart      for the session: do nothing where Orvella runs already
-  --profile DIR    keep settings, secrets, autostart entry and state in DIR
-  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a
-                   text; may be repeated
-  -h, --help       show this help and exit
-  -v, --version    show the version and exit
-</source>
-        <translation>Uso: orvella [OPTION]...
-Paga a quem assiste a anúncios curtos, a partir da barra da área de trabalho.
-
-  --open-ad        abrir o anúncio oferecido ou, se não houver, o menu
-  --settings       abrir a janela das configurações
-  --autostart      para a sessão: não fazer nada se o Orvella já estiver em execução
-  --profile DIR    guardar configurações, segredos, entrada de início e estado
-                   em DIR
-  --set KEY=VALUE  usar esta configuração só nesta execução; VALUE é JSON ou,
-                   senão, um texto; pode ser repetida
-  -h, --help       mostrar esta ajuda e sair
-  -v, --version    mostrar a versão e sair
-</translation>
-    </message>
 </context>
 <context>
     <name>CurlTransport</name>

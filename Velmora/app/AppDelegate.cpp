@@ -1,5 +1,7 @@
 #include "app/AppDelegate.h"
 
+#include "app/Diagnosis.h"
+
 namespace orvella {
 
 AppDelegate::AppDelegate(const Platform& platform, Transport& transport)
@@ -12,7 +14,13 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     StatusBarController::prepareStatusItemPlacement(m_platform);
     m_controller = std::make_unique<StatusBarController>(m_platform, m_transport);
+    m_errors = std::make_unique<RecentErrors>(m_controller->state(), m_platform.clock);
     m_controller->showLaunchWindowIfNeeded();
+}
+
+QCoro::Task<QString> AppDelegate::diagnosis() const
+{
+    return Diagnosis::text(m_platform, m_errors.get());
 }
 
 bool AppDelegate::applicationShouldHandleReopen()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/RecentErrors.h"
 #include "app/StatusBarController.h"
 #include "platform/Instance.h"
 
@@ -20,6 +21,9 @@ public:
     /// Does what a later start, or a choice in a launcher, asks for. Nothing before the launch.
     void perform(Instance::Request request);
 
+    /// What the report of a fault needs, with the errors of this run.
+    QCoro::Task<QString> diagnosis() const;
+
     /// Nothing before the launch.
     [[nodiscard]] StatusBarController* controller() { return m_controller.get(); }
 
@@ -27,6 +31,7 @@ private:
     Platform m_platform;
     Transport& m_transport;
     std::unique_ptr<StatusBarController> m_controller;
+    std::unique_ptr<RecentErrors> m_errors;
 };
 
 } // namespace orvella

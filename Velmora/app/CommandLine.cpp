@@ -48,7 +48,8 @@ Result<CommandLine> CommandLine::parse(const QStringList& arguments)
     const QCommandLineOption profile(u"profile"_s, {}, u"DIR"_s);
     const QCommandLineOption set(u"set"_s, {}, u"KEY=VALUE"_s);
     QCommandLineParser parser;
-    parser.addOptions({help, version, profile, set});
+    const QCommandLineOption diagnose(u"diagnose"_s);
+    parser.addOptions({help, version, profile, set, diagnose});
     for (const auto& option : requestOptions())
         parser.addOption(QCommandLineOption(option.name));
     if (!parser.parse(arguments))
@@ -76,6 +77,8 @@ Result<CommandLine> CommandLine::parse(const QStringList& arguments)
             return std::unexpected(entry.error());
         commandLine.overlays.push_back(*std::move(entry));
     }
+    if (parser.isSet(diagnose))
+        commandLine.wish = Wish::diagnose;
     if (parser.isSet(version))
         commandLine.wish = Wish::showVersion;
     if (parser.isSet(help))
@@ -85,18 +88,20 @@ Result<CommandLine> CommandLine::parse(const QStringList& arguments)
 
 QString CommandLine::helpText()
 {
-    return QCoreApplication::translate("CommandLine",
-        "Usage: orvella [OPTION]...\n"
-        "Pays its viewer for looking at short ads, from the desktop's bar.\n"
-        "\n"
-        "  --open-ad        open the ad on offer, or else the menu\n"
-        "  --settings       open the window with the settings\n"
-        "  --autostart      for the session: do nothing where Orvella runs already\n"
-        "  --profile DIR    keep settings, secrets, autostart entry and state in DIR\n"
-        "  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a\n"
-        "                   text; may be repeated\n"
-        "  -h, --help       show this help and exit\n"
-        "  -v, --version    show the version and exit\n");
+    // In English as the rest of the command line: it is printed before there is an application object that could
+    // translate.
+    return QStringLiteral("Usage: orvella [OPTION]...\n"
+                          "Pays its viewer for looking at short ads, from the desktop's bar.\n"
+                          "\n"
+                          "  --open-ad        open the ad on offer, or else the menu\n"
+                          "  --settings       open the window with the settings\n"
+                          "  --autostart      for the session: do nothing where Orvella runs already\n"
+                          "  --profile DIR    keep settings, secrets, autostart entry and state in DIR\n"
+                          "  --set KEY=VALUE  use this setting for this run only; VALUE is JSON, or else a\n"
+                          "                   text; may be repeated\n"
+                          "  --diagnose       print what the report of a fault needs, and exit\n"
+                          "  -h, --help       show this help and exit\n"
+                          "  -v, --version    show the version and exit\n");
 }
 
 QString CommandLine::versionText()

@@ -12,7 +12,7 @@ namespace orvella {
 
 /// What the program was started with.
 struct CommandLine {
-    enum class Wish { run, showHelp, showVersion };
+    enum class Wish { run, diagnose, showHelp, showVersion };
 
     Wish wish = Wish::run;
     /// What it is to do besides running.

@@ -104,14 +104,8 @@ QString lines(const Facts& facts)
 
 } // namespace
 
-Diagnosis::Diagnosis(const Platform& platform)
-    : m_platform(platform)
+QCoro::Task<QString> Diagnosis::text(Platform platform, const RecentErrors* errors)
 {
-}
-
-QCoro::Task<QString> Diagnosis::text(const RecentErrors* errors) const
-{
-    const auto platform = m_platform;
     const Keychain keychain(platform.secrets);
     Facts facts {{u"Orvella"_s, QString(kVersion)}, {u"running"_s, answer(errors != nullptr)}};
     append(facts, platform.report.facts());

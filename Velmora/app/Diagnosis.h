@@ -17,13 +17,10 @@ class RecentErrors;
 /// In English, whatever the viewer's language: somebody else reads it.
 class Diagnosis final {
 public:
-    explicit Diagnosis(const Platform& platform);
+    Diagnosis() = delete;
 
     /// One fact on each line. `errors` are those of the running program; nothing where none is running.
-    QCoro::Task<QString> text(const RecentErrors* errors) const;
-
-private:
-    Platform m_platform;
+    static QCoro::Task<QString> text(Platform platform, const RecentErrors* errors);
 };
 
 } // namespace orvella

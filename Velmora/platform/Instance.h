@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QCoroTask>
+#include <QString>
+
 #include <functional>
+#include <optional>
 
 namespace orvella {
 
@@ -28,6 +32,12 @@ public:
     /// Calls `requested` each time the program is started again, and for each of its actions that the viewer chooses in
     /// a launcher.
     virtual void watch(std::function<void(Request)> requested) = 0;
+
+    /// Makes the report of a fault for whom the viewer starts to get one.
+    virtual void offerReport(std::function<QCoro::Task<QString>()> report) = 0;
+    /// The report of the program that runs, while this one does not. Nothing where none runs, or it does not answer
+    /// within 15 seconds.
+    [[nodiscard]] virtual std::optional<QString> runningReport() const = 0;
 };
 
 } // namespace orvella

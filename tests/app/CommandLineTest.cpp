@@ -70,12 +70,13 @@ private Q_SLOTS:
         QCOMPARE(parse({u"--profile=/tmp/x"_s})->profile, u"/tmp/x"_s);
     }
 
-    void helpAndVersionAreWishes()
+    void helpVersionAndDiagnosisAreWishes()
     {
         QCOMPARE(parse({u"--help"_s})->wish, CommandLine::Wish::showHelp);
         QCOMPARE(parse({u"-h"_s})->wish, CommandLine::Wish::showHelp);
         QCOMPARE(parse({u"--version"_s})->wish, CommandLine::Wish::showVersion);
         QCOMPARE(parse({u"-v"_s})->wish, CommandLine::Wish::showVersion);
+        QCOMPARE(parse({u"--diagnose"_s})->wish, CommandLine::Wish::diagnose);
         QVERIFY(CommandLine::helpText().contains(u"--profile DIR"_s));
         QVERIFY(CommandLine::versionText().startsWith(u"orvella "_s));
     }

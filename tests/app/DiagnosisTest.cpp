@@ -19,7 +19,7 @@ struct World {
 
     [[nodiscard]] QString text(const RecentErrors* errors = nullptr)
     {
-        const auto outcome = Outcome<QString>(Diagnosis(platform.lend()).text(errors));
+        const auto outcome = Outcome<QString>(Diagnosis::text(platform.lend(), errors));
         settle();
         if (!outcome.isThere())
             qFatal("The diagnosis still waits.");

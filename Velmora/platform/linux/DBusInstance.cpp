@@ -2,6 +2,7 @@
 
 #include "base/ApplicationId.h"
 #include "platform/linux/DBusApplicationAdaptor.h"
+#include "platform/linux/DBusReportAdaptor.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -18,6 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kPatienceMilliseconds = 2000;
+/// A keyring that does not answer is given up before.
+constexpr int kReportPatienceMilliseconds = 15000;
 constexpr auto kInterface = "org.freedesktop.Application"_L1;
 constexpr auto kToken = "activation-token"_L1;
 constexpr auto kStartupId = "desktop-startup-id"_L1;
@@ -54,6 +57,7 @@ QVariantMap platformData(const QProcessEnvironment& environment)
 
 DBusInstance::DBusInstance(QDBusConnection bus, Options options)
     : m_bus(std::move(bus))
+    , m_report(new DBusReportAdaptor(this, m_bus))
     , m_options(std::move(options))
     , m_name(nameFor(m_options.profile))
     , m_path(pathFor(m_name))
@@ -94,6 +98,19 @@ void DBusInstance::watch(std::function<void(Request)> requested)
     m_requested = std::move(requested);
     if (!m_requests.empty())
         QMetaObject::invokeMethod(this, &DBusInstance::handOver, Qt::QueuedConnection);
+}
+
+void DBusInstance::offerReport(std::function<QCoro::Task<QString>()> report)
+{
+    m_report->answerWith(std::move(report));
+}
+
+std::optional<QString> DBusInstance::runningReport() const
+{
+    auto call = QDBusMessage::createMethodCall(m_name, m_path, u"io.orvella.Orvella.Report"_s, u"Diagnose"_s);
+    call.setAutoStartService(false);
+    const QDBusReply<QString> reply = m_bus.call(call, QDBus::Block, kReportPatienceMilliseconds);
+    return reply.isValid() ? std::optional(reply.value()) : std::nullopt;
 }
 
 bool DBusInstance::requestName()

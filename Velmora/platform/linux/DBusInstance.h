@@ -13,6 +13,8 @@
 
 namespace orvella {
 
+class DBusReportAdaptor;
+
 /// The program of a session and profile is the one that owns its name on the session bus.
 ///
 /// Without a session bus, or with one that gives nobody the name, each program takes itself for the first.
@@ -43,6 +45,9 @@ public:
     /// Requests from before this call are handed over, too.
     void watch(std::function<void(Request)> requested) override;
 
+    void offerReport(std::function<QCoro::Task<QString>()> report) override;
+    [[nodiscard]] std::optional<QString> runningReport() const override;
+
     /// The name on the bus.
     [[nodiscard]] QString name() const { return m_name; }
 
@@ -55,6 +60,7 @@ private:
     void handOver();
 
     QDBusConnection m_bus;
+    DBusReportAdaptor* m_report;
     Options m_options;
     QString m_name;
     QString m_path;

@@ -1,0 +1,32 @@
+#include "platform/linux/DBusReportAdaptor.h"
+
+#include <utility>
+
+namespace orvella {
+
+using namespace Qt::StringLiterals;
+
+DBusReportAdaptor::DBusReportAdaptor(QObject* parent, QDBusConnection bus)
+    : QDBusAbstractAdaptor(parent)
+    , m_bus(std::move(bus))
+{
+}
+
+QString DBusReportAdaptor::Diagnose(const QDBusMessage& message)
+{
+    // What is returned from here is not sent then.
+    message.setDelayedReply(true);
+    if (m_report)
+        answer(m_bus, message, m_report);
+    else
+        m_bus.send(message.createErrorReply(QDBusError::NotSupported, u"The program is not there yet."_s));
+    return {};
+}
+
+QCoro::Task<> DBusReportAdaptor::answer(QDBusConnection bus, QDBusMessage message, Report report)
+{
+    const auto text = co_await report();
+    bus.send(message.createReply(text));
+}
+
+} // namespace orvella
