@@ -80,6 +80,9 @@ PlainWindow::PlainWindow(const Properties& properties)
     setAtoms(connection, m_id, "_NET_WM_STATE", properties.states);
     setNumber(connection, m_id, "_NET_WM_PID", properties.process);
     setNumber(connection, m_id, "_NET_WM_DESKTOP", properties.workspace);
+    for (const auto& [name, text] : properties.texts)
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, m_id, atomOf(connection, name),
+            atomOf(connection, "UTF8_STRING"), 8, static_cast<uint32_t>(text.size()), text.constData());
     xcb_map_window(connection, m_id);
     xcb_flush(connection);
 }

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 struct xcb_connection_t;
@@ -26,6 +27,8 @@ public:
         std::optional<quint32> process = {};
         /// The number of the workspace that it wants to be on.
         std::optional<quint32> workspace = {};
+        /// Further properties, each a name and a text.
+        std::vector<std::pair<QByteArray, QByteArray>> texts = {};
     };
 
     explicit PlainWindow(const Properties& properties);

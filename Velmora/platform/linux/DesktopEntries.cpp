@@ -19,12 +19,14 @@ const DesktopEntries::Application* DesktopEntries::find(const QString& instance,
         if (id != m_idByWindowClass.end())
             return &m_byId.at(id->second);
     }
-    for (const auto& name : {instance.toLower(), windowClass.toLower()}) {
-        const auto application = m_byId.find(name);
-        if (application != m_byId.end())
-            return &application->second;
-    }
-    return nullptr;
+    const auto* const byInstance = findById(instance);
+    return byInstance != nullptr ? byInstance : findById(windowClass);
+}
+
+const DesktopEntries::Application* DesktopEntries::findById(const QString& id)
+{
+    const auto application = m_byId.find(id.toLower());
+    return application != m_byId.end() ? &application->second : nullptr;
 }
 
 void DesktopEntries::refresh()

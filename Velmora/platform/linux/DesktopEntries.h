@@ -11,7 +11,7 @@
 
 namespace orvella {
 
-/// The desktop entries of the installed applications, found by the class of a window.
+/// The desktop entries of the installed applications, found by their IDs or by the class of a window.
 class DesktopEntries final {
 public:
     struct Application {
@@ -26,6 +26,9 @@ public:
     /// The application of windows with this WM_CLASS: the one whose entry names the instance or the class as its
     /// StartupWMClass, else the one whose ID is the instance or the class, in any case of letters.
     [[nodiscard]] const Application* find(const QString& instance, const QString& windowClass);
+
+    /// The application with this desktop file ID, without ".desktop", in any case of letters.
+    [[nodiscard]] const Application* findById(const QString& id);
 
     /// Reads the folders again where an entry was added or removed since.
     void refresh();

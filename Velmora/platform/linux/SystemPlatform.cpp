@@ -13,12 +13,12 @@
 #include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxForegroundFacts.h"
+#include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LinuxSystemReport.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
 #include "platform/linux/SystemSecretStore.h"
-#include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XdgBrowser.h"
 #include "platform/linux/XdgDirectories.h"
 
@@ -80,7 +80,7 @@ struct SystemPlatform::Services {
     AutostartLoginItem loginItem;
     IcuViewerLocale locale {environment};
     LinuxDevice device;
-    X11RunningApplications applications;
+    LinuxRunningApplications applications;
     XdgBrowser browser;
     ActivationTokens activationTokens;
     LinuxStatusItem statusItem;

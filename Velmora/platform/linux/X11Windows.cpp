@@ -1,5 +1,6 @@
 #include "platform/linux/X11Windows.h"
 
+#include "platform/linux/X11Atom.h"
 #include "platform/linux/X11Hints.h"
 #include "platform/linux/X11Property.h"
 
@@ -15,6 +16,8 @@ namespace {
 struct Questions {
     xcb_window_t window;
     X11Property windowClass;
+    X11Property gtkApplication;
+    X11Property kdeApplication;
     X11Property type;
     X11Property state;
 };
@@ -39,11 +42,14 @@ std::vector<X11Windows::Window> X11Windows::list(const X11Display& display)
     const auto ask = [&display](xcb_window_t window, xcb_atom_t property, xcb_atom_t type) {
         return X11Property(display.connection, {window, property, type});
     };
+    const auto gtkApplication = x11Atom(display.connection, "_GTK_APPLICATION_ID");
+    const auto kdeApplication = x11Atom(display.connection, "_KDE_NET_WM_DESKTOP_FILE");
     X11Property clients(
         display.connection, {display.root, hints->_NET_CLIENT_LIST, XCB_ATOM_WINDOW, X11Property::kMostWindows});
     std::vector<Questions> questions;
     for (const auto window : clients.words().value_or(std::vector<uint32_t>()))
         questions.push_back({window, ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
+            ask(window, gtkApplication, hints->UTF8_STRING), ask(window, kdeApplication, hints->UTF8_STRING),
             ask(window, hints->_NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM), ask(window, hints->_NET_WM_STATE, XCB_ATOM_ATOM)});
 
     std::vector<Window> windows;
@@ -54,6 +60,10 @@ std::vector<X11Windows::Window> X11Windows::list(const X11Display& display)
         const auto parts = asked.windowClass.bytes().value_or(QByteArray()).split('\0');
         window.instance = QString::fromUtf8(parts.value(0));
         window.windowClass = QString::fromUtf8(parts.value(1));
+        window.applicationId = QString::fromUtf8(asked.gtkApplication.bytes().value_or(QByteArray()));
+        const auto kde = asked.kdeApplication.bytes();
+        if (window.applicationId.isEmpty() && kde)
+            window.applicationId = QString::fromUtf8(*kde);
         window.isRegular = isRegular(hints, asked.type.words().value_or(std::vector<xcb_atom_t>()),
             asked.state.words().value_or(std::vector<xcb_atom_t>()));
     }

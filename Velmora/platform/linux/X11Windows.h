@@ -16,6 +16,8 @@ public:
         /// The two parts of WM_CLASS; empty where the window has none.
         QString instance;
         QString windowClass;
+        /// The desktop file ID that the window names itself; empty where it names none.
+        QString applicationId;
         /// A window or a dialogue of its own: not a panel, a desktop, a splash screen, nor one that keeps off the task
         /// bar.
         bool isRegular = false;
