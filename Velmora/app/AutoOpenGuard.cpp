@@ -22,7 +22,9 @@ bool covers(const QSizeF& window, const QSizeF& screen)
 
 bool AutoOpenGuard::canOpenForegroundWindow(const ForegroundFacts& facts)
 {
-    return !facts.isScreenLocked().value_or(false) && !isScreenCovered(facts);
+    // Being kept awake stands in for the windows where the system does not tell of them.
+    return !facts.isScreenLocked().value_or(false) && !facts.isKeptAwakeForViewing().value_or(false)
+        && !isScreenCovered(facts);
 }
 
 bool AutoOpenGuard::isScreenCovered(const ForegroundFacts& facts)

@@ -66,6 +66,7 @@ Facts guardFacts(const ForegroundFacts& facts)
         {u"front application"_s, facts.frontApplication() ? u"known"_s : u"none, or unknown"_s},
         {u"windows"_s, windows ? QString::number(windows->size()) : u"unknown"_s},
         {u"screens"_s, QString::number(facts.screens().size())},
+        {u"kept awake for a video"_s, answer(facts.isKeptAwakeForViewing())},
         {u"screen covered"_s, answer(AutoOpenGuard::isScreenCovered(facts))},
         {u"an ad may open by itself"_s, answer(AutoOpenGuard::canOpenForegroundWindow(facts))},
     };

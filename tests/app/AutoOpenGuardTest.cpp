@@ -83,6 +83,32 @@ private Q_SLOTS:
         QVERIFY(AutoOpenGuard::canOpenForegroundWindow(facts));
     }
 
+    void aSessionKeptAwakeForViewingForbidsWhereNoWindowsAreTold()
+    {
+        FakeForeground facts;
+        facts.keptAwake = true;
+        facts.onScreen = std::nullopt;
+        facts.screenSizes = {};
+
+        QVERIFY(!AutoOpenGuard::canOpenForegroundWindow(facts));
+    }
+
+    void aSessionThatIsNotKeptAwakeOrDoesNotSayAllows_data()
+    {
+        QTest::addColumn<std::optional<bool>>("keptAwake");
+        QTest::newRow("not kept awake") << std::optional(false);
+        QTest::newRow("no answer") << std::optional<bool>();
+    }
+
+    void aSessionThatIsNotKeptAwakeOrDoesNotSayAllows()
+    {
+        QFETCH(const std::optional<bool>, keptAwake);
+        FakeForeground facts;
+        facts.keptAwake = keptAwake;
+
+        QVERIFY(AutoOpenGuard::canOpenForegroundWindow(facts));
+    }
+
     void withoutAnApplicationInFrontOthersWindowsDoNotMatter()
     {
         FakeForeground facts;

@@ -91,6 +91,16 @@ private Q_SLOTS:
         QCOMPARE(world.value(u"an ad may open by itself"_s), u"no"_s);
     }
 
+    void aVideoThatKeepsTheSessionAwakeIsAFact()
+    {
+        World world;
+        QCOMPARE(world.value(u"kept awake for a video"_s), u"unknown"_s);
+
+        world.platform.foreground.keptAwake = true;
+        QCOMPARE(world.value(u"kept awake for a video"_s), u"yes"_s);
+        QCOMPARE(world.value(u"an ad may open by itself"_s), u"no"_s);
+    }
+
     void withoutAnswersTheFactsAreUnknown()
     {
         World world;

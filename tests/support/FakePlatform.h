@@ -187,6 +187,8 @@ class FakeForeground final : public ForegroundFacts {
 public:
     [[nodiscard]] std::optional<bool> isScreenLocked() const override;
 
+    [[nodiscard]] std::optional<bool> isKeptAwakeForViewing() const override { return keptAwake; }
+
     [[nodiscard]] std::optional<qint64> frontApplication() const override { return front; }
 
     [[nodiscard]] std::optional<std::vector<ScreenWindow>> windows() const override { return onScreen; }
@@ -194,6 +196,7 @@ public:
     [[nodiscard]] std::vector<QSizeF> screens() const override { return screenSizes; }
 
     std::optional<bool> locked;
+    std::optional<bool> keptAwake;
     std::optional<qint64> front;
     std::optional<std::vector<ScreenWindow>> onScreen = std::vector<ScreenWindow>();
     std::vector<QSizeF> screenSizes {{1440, 900}};

@@ -3,6 +3,7 @@
 #include "platform/linux/X11Display.h"
 #include "platform/linux/X11Foreground.h"
 
+#include <unistd.h>
 #include <utility>
 
 namespace orvella {
@@ -20,9 +21,15 @@ std::optional<X11Display> displayOf(bool isWayland)
 
 LinuxForegroundFacts::LinuxForegroundFacts(
     const QProcessEnvironment& environment, QDBusConnection sessionBus, QDBusConnection systemBus)
-    : m_lock(std::move(sessionBus), std::move(systemBus), environment.value(u"XDG_SESSION_ID"_s))
+    : m_lock(sessionBus, systemBus, environment.value(u"XDG_SESSION_ID"_s))
+    , m_inhibitors(std::move(sessionBus), std::move(systemBus), ::getuid())
     , m_isWaylandSession(isWaylandSession(environment))
 {
+}
+
+std::optional<bool> LinuxForegroundFacts::isKeptAwakeForViewing() const
+{
+    return m_isWaylandSession ? m_inhibitors.isForViewing() : std::nullopt;
 }
 
 std::optional<qint64> LinuxForegroundFacts::frontApplication() const

@@ -1,8 +1,8 @@
 #include "platform/linux/SessionLock.h"
 
+#include "platform/linux/PromptCall.h"
+
 #include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusVariant>
 
 #include <array>
 #include <utility>
@@ -13,8 +13,6 @@ namespace orvella {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int kPatienceMilliseconds = 100;
 
 struct ScreenSaver {
     QLatin1StringView service;
@@ -49,26 +47,6 @@ QString pathOf(const QString& sessionId)
     return path;
 }
 
-/// A call that starts no service and is answered soon or never.
-QDBusPendingCall ask(const QDBusConnection& bus, QDBusMessage question)
-{
-    question.setAutoStartService(false);
-    return bus.asyncCall(question, kPatienceMilliseconds);
-}
-
-/// Waits for the answer to a question for a truth value. An answer of another kind is none.
-std::optional<bool> truth(QDBusPendingCall call)
-{
-    call.waitForFinished();
-    const auto reply = call.reply();
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return std::nullopt;
-    auto value = reply.arguments().constFirst();
-    if (value.metaType() == QMetaType::fromType<QDBusVariant>())
-        value = value.value<QDBusVariant>().variant();
-    return value.metaType() == QMetaType::fromType<bool>() ? std::optional(value.toBool()) : std::nullopt;
-}
-
 } // namespace
 
 SessionLock::SessionLock(QDBusConnection sessionBus, QDBusConnection systemBus, const QString& sessionId)
@@ -80,22 +58,17 @@ SessionLock::SessionLock(QDBusConnection sessionBus, QDBusConnection systemBus, 
 
 std::optional<bool> SessionLock::isLocked() const
 {
-    // All are asked before the first answer is waited for.
-    std::vector<QDBusPendingCall> calls;
-    if (m_systemBus.isConnected()) {
-        auto question = QDBusMessage::createMethodCall(
-            u"org.freedesktop.login1"_s, m_sessionPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-        question << u"org.freedesktop.login1.Session"_s << u"LockedHint"_s;
-        calls.push_back(ask(m_systemBus, question));
-    }
-    if (m_sessionBus.isConnected()) {
-        for (const auto& [service, path] : kScreenSavers)
-            calls.push_back(ask(m_sessionBus, QDBusMessage::createMethodCall(service, path, service, u"GetActive"_s)));
-    }
+    std::vector<PromptCall> calls;
+    auto question = QDBusMessage::createMethodCall(
+        u"org.freedesktop.login1"_s, m_sessionPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question << u"org.freedesktop.login1.Session"_s << u"LockedHint"_s;
+    calls.emplace_back(m_systemBus, question);
+    for (const auto& [service, path] : kScreenSavers)
+        calls.emplace_back(m_sessionBus, QDBusMessage::createMethodCall(service, path, service, u"GetActive"_s));
 
     std::optional<bool> isLocked;
-    for (const auto& call : calls) {
-        if (const auto answer = truth(call))
+    for (auto& call : calls) {
+        if (const auto answer = call.valueAs<bool>())
             isLocked = isLocked.value_or(false) || *answer;
     }
     return isLocked;

@@ -1,9 +1,11 @@
 #include "platform/linux/LinuxForegroundFacts.h"
 
+#include "support/FakeServices.h"
 #include "support/PlainWindow.h"
 #include "support/VirtualDesktop.h"
 #include "support/WindowManager.h"
 
+#include <QDBusMetaType>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
@@ -235,6 +237,31 @@ private Q_SLOTS:
         QCOMPARE(wayland.frontApplication(), std::nullopt);
         QVERIFY(!wayland.windows());
         QVERIFY(wayland.screens().empty());
+    }
+
+    void onlyInAWaylandSessionItIsAskedWhoKeepsItAwake()
+    {
+        qDBusRegisterMetaType<QList<QStringList>>();
+        const auto service = u"org.kde.Solid.PowerManagement.PolicyAgent"_s;
+        const auto agent = u"/org/kde/Solid/PowerManagement/PolicyAgent "_s + service;
+        const QProcessEnvironment x11;
+        QProcessEnvironment wayland;
+        wayland.insert(u"WAYLAND_DISPLAY"_s, u"wayland-0"_s);
+        const auto keptAwake = [](const QProcessEnvironment& environment) {
+            return LinuxForegroundFacts(environment, QDBusConnection::sessionBus(), nowhere()).isKeptAwakeForViewing();
+        };
+        QCOMPARE(keptAwake(wayland), std::nullopt);
+        FakeServices services;
+        services.answer(service, agent + u".HasInhibition"_s, true);
+
+        services.answer(service, agent + u".ListInhibitions"_s,
+            QVariant::fromValue(QList<QStringList> {{u"mpv"_s, u"Playing video"_s}}));
+        QCOMPARE(keptAwake(x11), std::nullopt);
+        QCOMPARE(services.questions(), QStringList());
+        QCOMPARE(keptAwake(wayland), true);
+
+        services.answer(service, agent + u".ListInhibitions"_s, QVariant::fromValue(QList<QStringList>()));
+        QCOMPARE(keptAwake(wayland), false);
     }
 
     void withoutADisplayNothingIsSaid()

@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxSystemReport.h"
 
-#include "support/FakeLockServices.h"
+#include "support/FakeServices.h"
 #include "support/FakeTray.h"
 
 #include <QDBusVariant>
@@ -12,6 +12,9 @@ using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+const auto kWatcher = u"org.kde.StatusNotifierWatcher"_s;
+const auto kHostQuestion = u"/StatusNotifierWatcher org.freedesktop.DBus.Properties.Get"_s;
 
 using Variables = std::vector<std::pair<QString, QString>>;
 
@@ -111,11 +114,11 @@ private Q_SLOTS:
         tray.start();
         QCOMPARE(fact(u"status area"_s, {}), u"XEmbed"_s);
 
-        FakeLockServices services;
-        services.answer(u"org.kde.StatusNotifierWatcher"_s, QVariant::fromValue(QDBusVariant(false)));
+        FakeServices services;
+        services.answer(kWatcher, kHostQuestion, QVariant::fromValue(QDBusVariant(false)));
         QCOMPARE(fact(u"status area"_s, {}), u"XEmbed"_s);
 
-        services.answer(u"org.kde.StatusNotifierWatcher"_s, QVariant::fromValue(QDBusVariant(true)));
+        services.answer(kWatcher, kHostQuestion, QVariant::fromValue(QDBusVariant(true)));
         QCOMPARE(fact(u"status area"_s, {}), u"StatusNotifierItem"_s);
     }
 

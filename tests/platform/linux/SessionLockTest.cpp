@@ -1,7 +1,7 @@
 #include "platform/linux/SessionLock.h"
 
 #include "base/Clock.h"
-#include "support/FakeLockServices.h"
+#include "support/FakeServices.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -43,7 +43,7 @@ class SessionLockTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_services = std::make_unique<FakeLockServices>(); }
+    void init() { m_services = std::make_unique<FakeServices>(); }
 
     void cleanup() { m_services.reset(); }
 
@@ -221,7 +221,7 @@ private:
         return isWritten && daemon.waitForStarted() && daemon.waitForReadyRead();
     }
 
-    std::unique_ptr<FakeLockServices> m_services;
+    std::unique_ptr<FakeServices> m_services;
 };
 
 QTEST_GUILESS_MAIN(SessionLockTest)
