@@ -1,0 +1,139 @@
+#include "base/Version.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kPatienceMs = 60'000;
+
+QString packaging(const QString& path)
+{
+    return QStringLiteral(ORVELLA_SOURCE_DIR) + u"/packaging/"_s + path;
+}
+
+QString contentOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read.", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+/// The first group of the first match.
+QString found(const QString& text, const QString& pattern)
+{
+    return QRegularExpression(pattern, QRegularExpression::MultilineOption).match(text).captured(1);
+}
+
+/// What a checker has to say; nothing where all is well.
+QString complaints(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    if (!process.waitForFinished(kPatienceMs))
+        return program + u" does not run"_s;
+    const auto output = QString::fromUtf8(process.readAll());
+    if (process.exitCode() != 0)
+        return u"%1 ends with %2: %3"_s.arg(program).arg(process.exitCode()).arg(output);
+    return output.contains(u"warning"_s, Qt::CaseInsensitive) ? output : QString();
+}
+
+} // namespace
+
+/// What desktops and software centres read of the program.
+class MetadataTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDesktopEntryIsValid()
+    {
+        QCOMPARE(complaints(u"desktop-file-validate"_s, {packaging(u"linux/io.orvella.Orvella.desktop"_s)}), QString());
+    }
+
+    void theMetainfoIsValid()
+    {
+        QCOMPARE(
+            complaints(u"appstreamcli"_s,
+                {u"validate"_s, u"--no-net"_s, u"--no-color"_s, packaging(u"linux/io.orvella.Orvella.metainfo.xml"_s)}),
+            QString());
+    }
+
+    void theVersionIsTheSameEverywhere_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("pattern");
+
+        QTest::newRow("metainfo") << u"linux/io.orvella.Orvella.metainfo.xml"_s << u"<release version=\"([^\"]+)\""_s;
+        QTest::newRow("changelog") << u"debian/changelog"_s << u"^orvella \\(([^)]+)\\)"_s;
+        QTest::newRow("manual") << u"linux/orvella.1"_s << u"^\\.TH .*\"Orvella ([^\"]+)\""_s;
+        QTest::newRow("manual of the sandbox") << u"linux/orvella-sandbox.1"_s << u"^\\.TH .*\"Orvella ([^\"]+)\""_s;
+    }
+
+    void theVersionIsTheSameEverywhere()
+    {
+        QFETCH(const QString, file);
+        QFETCH(const QString, pattern);
+
+        QCOMPARE(found(contentOf(packaging(file)), pattern), QString(kVersion));
+    }
+
+    void everyLanguageOfTheProgramIsInTheDesktopEntry_data()
+    {
+        QTest::addColumn<QString>("key");
+        for (const auto* const key : {"GenericName", "Comment", "Keywords"})
+            QTest::newRow(key) << QString::fromLatin1(key);
+    }
+
+    void everyLanguageOfTheProgramIsInTheDesktopEntry()
+    {
+        QFETCH(const QString, key);
+        const auto entry = contentOf(packaging(u"linux/io.orvella.Orvella.desktop"_s));
+        const auto files = QDir(QStringLiteral(ORVELLA_SOURCE_DIR) + u"/translations"_s).entryList({u"*.ts"_s});
+        QVERIFY(!files.isEmpty());
+
+        for (const auto& file : files) {
+            const auto language = found(file, u"orvella_(.+)\\.ts"_s);
+            QVERIFY2(entry.contains(u"\n%1[%2]="_s.arg(key, language)), qUtf8Printable(language));
+        }
+    }
+
+    void everythingIsInstalledInItsPlace()
+    {
+        const QTemporaryDir prefix;
+
+        QCOMPARE(complaints(QStringLiteral(ORVELLA_CMAKE),
+                     {u"--install"_s, QStringLiteral(ORVELLA_BINARY_DIR), u"--prefix"_s, prefix.path()}),
+            QString());
+
+        for (const auto* const file : {
+                 "bin/orvella",
+                 "bin/orvella-sandbox",
+                 "share/applications/io.orvella.Orvella.desktop",
+                 "share/bash-completion/completions/orvella",
+                 "share/bash-completion/completions/orvella-sandbox",
+                 "share/dbus-1/services/io.orvella.Orvella.service",
+                 "share/icons/hicolor/scalable/apps/io.orvella.Orvella.svg",
+                 "share/icons/hicolor/symbolic/apps/io.orvella.Orvella-symbolic.svg",
+                 "share/man/man1/orvella.1",
+                 "share/man/man1/orvella-sandbox.1",
+                 "share/metainfo/io.orvella.Orvella.metainfo.xml",
+             })
+            QVERIFY2(QFile::exists(prefix.filePath(QString::fromLatin1(file))), file);
+        const auto service = contentOf(prefix.filePath(u"share/dbus-1/services/io.orvella.Orvella.service"_s));
+        QVERIFY(found(service, u"^Exec=(.*)$"_s).startsWith(u'/'));
+        QVERIFY(!service.contains(u'@'));
+    }
+};
+
+QTEST_GUILESS_MAIN(MetadataTest)
+
+#include "MetadataTest.moc"
