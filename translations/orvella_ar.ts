@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>يُحدَّث Orvella مع نظامك. ابحث عن التحديثات في مركز البرمجيات.</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>«%1» ليس بالصيغة KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>جزء Orvella الذي يبحث عن التحديثات لا يلائم هذا الإصدار. ابحث عن التحديثات في مركز البرمجيات.</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>يُحدَّث Orvella مع نظامك. ابحث عن التحديثات في مركز البرمجيات.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>تجيب الشبكة بدلًا من الخدمة. قد تحتاج إلى تسجيل الدخول إليها أولًا.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>يجري تحضير التثبيت…</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>في انتظار أن ينتهي نظامك من عمليات تثبيت أخرى…</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>في انتظار إذنك…</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>يجري التنزيل…</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>يجري التثبيت…</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>أُلغيت العملية.</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>‏PackageKit، الذي يثبّت التحديثات، غير موجود. ابحث عن التحديثات في مركز البرمجيات.</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>لم يسمح نظامك بذلك.</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>لا يوجد اتصال بالشبكة.</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>برنامج آخر يثبّت برمجيات الآن. حاول مجددًا عندما ينتهي.</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>التحديث غير موقّع من مصدر يثق به نظامك.</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>سيزيل التحديث برامج أخرى. يبيّن مركز البرمجيات أيّها.</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>لم يأتِ Orvella هذا مع حزم نظامك، ولذلك لا تجلب تحديثاته.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>خدمة الحزم في نظامك لا تستجيب.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>توقفت خدمة الحزم في نظامك قبل أن تنتهي.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>أبلغت خدمة الحزم في نظامك عن خطأ.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>تقول خدمة الحزم في نظامك: %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>يجري البحث عن إصدار أحدث…</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>‏Orvella محدَّث.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>الإصدار %1 متاح.</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>يجري تثبيت الإصدار %1…</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>ثُبِّت الإصدار %1.</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>لم يتمكن Orvella من البحث عن التحديثات.</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>تعذّر تثبيت الإصدار %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>لديك الإصدار %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>لديك الإصدار %1. تعذّر تجديد قائمة الحزم، فقد يوجد إصدار أحدث.</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>نظامك مضبوط على إبقاء الإصدار %1.</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>سيُستخدم عندما يُشغَّل Orvella من جديد.</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>أغلق Orvella</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>التقدم</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>ثبّت</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>ثبّت الإصدار %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>ألغِ</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>أغلق</translation>
     </message>
 </context>
 </TS>

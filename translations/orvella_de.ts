@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella wird zusammen mit Ihrem System aktualisiert. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>„%1“ hat nicht die Form KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>Der Teil von Orvella, der nach Aktualisierungen sucht, passt nicht zu dieser Version. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella wird zusammen mit Ihrem System aktualisiert. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>Das Netzwerk antwortet anstelle des Dienstes. Möglicherweise müssen Sie sich dort erst anmelden.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>Installation wird vorbereitet …</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>Warten, bis Ihr System andere Installationen abgeschlossen hat …</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>Warten auf Ihre Erlaubnis …</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>Wird heruntergeladen …</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>Wird installiert …</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>Der Vorgang wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>PackageKit, das Aktualisierungen installiert, ist nicht vorhanden. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>Ihr System hat es nicht erlaubt.</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>Es besteht keine Netzwerkverbindung.</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>Ein anderes Programm installiert gerade Software. Versuchen Sie es erneut, wenn es fertig ist.</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>Die Aktualisierung ist nicht von einer Quelle signiert, der Ihr System vertraut.</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>Die Aktualisierung würde andere Programme entfernen. Ihre Softwareverwaltung zeigt, welche.</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>Dieses Orvella stammt nicht aus den Paketen Ihres Systems, daher bringen diese auch keine Aktualisierungen dafür.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>Der Paketdienst Ihres Systems antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>Der Paketdienst Ihres Systems wurde vorzeitig beendet.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>Der Paketdienst Ihres Systems meldet einen Fehler.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>Der Paketdienst Ihres Systems meldet: %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>Es wird nach einer neueren Version gesucht …</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>Orvella ist auf dem neuesten Stand.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>Version %1 ist verfügbar.</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>Version %1 wird installiert …</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>Version %1 ist installiert.</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>Orvella konnte nicht nach Aktualisierungen suchen.</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>Version %1 konnte nicht installiert werden.</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>Sie haben Version %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>Sie haben Version %1. Die Paketliste konnte nicht erneuert werden; vielleicht gibt es eine neuere.</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>Ihr System ist so eingestellt, dass es Version %1 behält.</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>Sie wird wirksam, wenn Orvella neu gestartet wird.</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>Orvella beenden</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>Version %1 installieren</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 </TS>

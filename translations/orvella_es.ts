@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella se actualiza junto con el sistema. Busca actualizaciones en tu centro de software.</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>«%1» no tiene la forma KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>La parte de Orvella que busca actualizaciones no corresponde a esta versión. Busca actualizaciones en tu centro de software.</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella se actualiza junto con el sistema. Busca actualizaciones en tu centro de software.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>La red responde en lugar del servicio. Es posible que antes tengas que iniciar sesión en ella.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>Preparando la instalación…</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>Esperando a que el sistema termine otras instalaciones…</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>Esperando tu permiso…</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>Descargando…</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>Instalando…</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>Se canceló.</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>Falta PackageKit, que instala las actualizaciones. Busca actualizaciones en tu centro de software.</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>El sistema no lo permitió.</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>No hay conexión de red.</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>Otro programa está instalando software. Vuelve a intentarlo cuando termine.</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>La actualización no está firmada por un origen en el que confíe el sistema.</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>La actualización eliminaría otros programas. Tu centro de software muestra cuáles.</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>Este Orvella no procede de los paquetes del sistema, así que estos no traen sus actualizaciones.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>El servicio de paquetes del sistema no responde.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>El servicio de paquetes del sistema terminó antes de acabar.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>El servicio de paquetes del sistema informa de un error.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>El servicio de paquetes del sistema informa: %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>Buscando una versión más reciente…</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>Orvella está actualizado.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>La versión %1 está disponible.</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>Instalando la versión %1…</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>La versión %1 está instalada.</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>Orvella no pudo buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>No se pudo instalar la versión %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>Tienes la versión %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>Tienes la versión %1. No se pudo renovar la lista de paquetes, así que puede haber una más reciente.</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>El sistema está configurado para conservar la versión %1.</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>Se usará cuando Orvella se inicie de nuevo.</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>Salir de Orvella</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>Progreso</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>Instalar la versión %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
     </message>
 </context>
 </TS>

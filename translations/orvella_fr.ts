@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella est mis à jour avec votre système. Recherchez les mises à jour dans votre logithèque.</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>«&#xa0;%1&#xa0;» n’est pas de la forme KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>La partie d’Orvella qui recherche les mises à jour ne correspond pas à cette version. Recherchez les mises à jour dans votre logithèque.</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella est mis à jour avec votre système. Recherchez les mises à jour dans votre logithèque.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>Le réseau répond à la place du service. Il faut peut-être d’abord s’y connecter.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>Préparation de l’installation…</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>En attente de la fin d’autres installations sur votre système…</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>En attente de votre autorisation…</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>Téléchargement…</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>Installation…</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>L’opération a été annulée.</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>PackageKit, qui installe les mises à jour, est absent. Recherchez les mises à jour dans votre logithèque.</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>Votre système ne l’a pas autorisé.</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>Il n’y a pas de connexion réseau.</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>Un autre programme installe des logiciels. Réessayez quand il aura terminé.</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>La mise à jour n’est pas signée par une source à laquelle votre système fait confiance.</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>La mise à jour supprimerait d’autres programmes. Votre logithèque indique lesquels.</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>Cet Orvella ne provient pas des paquets de votre système, qui n’apportent donc pas ses mises à jour.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>Le service de paquets de votre système ne répond pas.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>Le service de paquets de votre système s’est arrêté avant d’avoir terminé.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>Le service de paquets de votre système signale une erreur.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>Le service de paquets de votre système signale : %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>Recherche d’une version plus récente…</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>Orvella est à jour.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>La version %1 est disponible.</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>Installation de la version %1…</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>La version %1 est installée.</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>Orvella n’a pas pu rechercher les mises à jour.</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>La version %1 n’a pas pu être installée.</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>Vous avez la version %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>Vous avez la version %1. La liste des paquets n’a pas pu être renouvelée ; il en existe peut-être une plus récente.</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>Votre système est réglé pour conserver la version %1.</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>Elle sera utilisée au prochain démarrage d’Orvella.</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>Quitter Orvella</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installer</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>Installer la version %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
     </message>
 </context>
 </TS>

@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella はシステムと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>「%1」は KEY=VALUE の形式ではありません。</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>Orvella のアップデート確認機能がこのバージョンに対応していません。ソフトウェアセンターでアップデートを確認してください。</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>Orvella はシステムと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>サービスの代わりにネットワークが応答しています。先にネットワークへのサインインが必要かもしれません。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>インストールを準備しています…</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>ほかのインストールが終わるのを待っています…</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>許可を待っています…</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>ダウンロードしています…</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>インストールしています…</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>キャンセルされました。</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>アップデートをインストールする PackageKit がありません。ソフトウェアセンターでアップデートを確認してください。</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>システムによって許可されませんでした。</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>ネットワークに接続されていません。</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>ほかのプログラムがソフトウェアをインストールしています。終わってからもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>アップデートは、システムが信頼する提供元によって署名されていません。</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>このアップデートはほかのプログラムを削除します。対象はソフトウェアセンターで確認できます。</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>この Orvella はシステムのパッケージから入れられたものではないため、パッケージでは更新されません。</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>システムのパッケージサービスが応答しません。</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>システムのパッケージサービスが途中で終了しました。</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>システムのパッケージサービスがエラーを報告しました。</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>システムのパッケージサービスからの報告: %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>新しいバージョンを確認しています…</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>Orvella は最新です。</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>バージョン %1 が利用できます。</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>バージョン %1 をインストールしています…</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>バージョン %1 がインストールされました。</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>Orvella はアップデートを確認できませんでした。</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>バージョン %1 をインストールできませんでした。</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>お使いのバージョンは %1 です。</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>お使いのバージョンは %1 です。パッケージの一覧を更新できなかったため、新しいバージョンがあるかもしれません。</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>システムはバージョン %1 を維持するように設定されています。</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>Orvella を次に起動したときに有効になります。</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>Orvella を終了</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>進行状況</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>インストール</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>バージョン %1 をインストール</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
     </message>
 </context>
 </TS>

@@ -102,13 +102,6 @@
     </message>
 </context>
 <context>
-    <name>DistributionUpdater</name>
-    <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>O Orvella é atualizado junto com o sistema. Procure atualizações na sua central de aplicativos.</translation>
-    </message>
-</context>
-<context>
     <name>Json</name>
     <message>
         <source>The text is not valid JSON.</source>
@@ -135,6 +128,17 @@
     <message>
         <source>&quot;%1&quot; is not of the form KEY=VALUE.</source>
         <translation>“%1” não está na forma KEY=VALUE.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginUpdater</name>
+    <message>
+        <source>The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre.</source>
+        <translation>A parte do Orvella que procura atualizações não corresponde a esta versão. Procure atualizações na sua central de aplicativos.</translation>
+    </message>
+    <message>
+        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
+        <translation>O Orvella é atualizado junto com o sistema. Procure atualizações na sua central de aplicativos.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +193,121 @@
     <message>
         <source>The network answers in place of the service. You may have to sign in to it first.</source>
         <translation>A rede responde no lugar do serviço. Talvez seja preciso entrar nela primeiro.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTexts</name>
+    <message>
+        <source>Preparing the installation…</source>
+        <translation>Preparando a instalação…</translation>
+    </message>
+    <message>
+        <source>Waiting until your system is done with other installations…</source>
+        <translation>Aguardando o sistema terminar outras instalações…</translation>
+    </message>
+    <message>
+        <source>Waiting for your permission…</source>
+        <translation>Aguardando sua permissão…</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <translation>Baixando…</translation>
+    </message>
+    <message>
+        <source>Installing…</source>
+        <translation>Instalando…</translation>
+    </message>
+    <message>
+        <source>It was cancelled.</source>
+        <translation>A operação foi cancelada.</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs updates, is not there. Look for updates in your software centre.</source>
+        <translation>O PackageKit, que instala as atualizações, não está presente. Procure atualizações na sua central de aplicativos.</translation>
+    </message>
+    <message>
+        <source>Your system did not allow it.</source>
+        <translation>O sistema não permitiu.</translation>
+    </message>
+    <message>
+        <source>There is no network.</source>
+        <translation>Não há conexão de rede.</translation>
+    </message>
+    <message>
+        <source>Another program is installing software. Try again when it is done.</source>
+        <translation>Outro programa está instalando software. Tente novamente quando ele terminar.</translation>
+    </message>
+    <message>
+        <source>The update is not signed by a source that your system trusts.</source>
+        <translation>A atualização não está assinada por uma fonte em que o sistema confia.</translation>
+    </message>
+    <message>
+        <source>The update would remove other programs. Your software centre shows which ones.</source>
+        <translation>A atualização removeria outros programas. Sua central de aplicativos mostra quais.</translation>
+    </message>
+    <message>
+        <source>This Orvella did not come with the packages of your system, so they do not bring its updates.</source>
+        <translation>Este Orvella não veio dos pacotes do sistema, portanto eles não trazem as atualizações dele.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service does not answer.</source>
+        <translation>O serviço de pacotes do sistema não responde.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service ended before it was done.</source>
+        <translation>O serviço de pacotes do sistema parou antes de terminar.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports an error.</source>
+        <translation>O serviço de pacotes do sistema informou um erro.</translation>
+    </message>
+    <message>
+        <source>Your system&apos;s package service reports: %1</source>
+        <translation>O serviço de pacotes do sistema informou: %1</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version…</source>
+        <translation>Procurando uma versão mais recente…</translation>
+    </message>
+    <message>
+        <source>Orvella is up to date.</source>
+        <translation>O Orvella está atualizado.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>A versão %1 está disponível.</translation>
+    </message>
+    <message>
+        <source>Installing version %1…</source>
+        <translation>Instalando a versão %1…</translation>
+    </message>
+    <message>
+        <source>Version %1 is installed.</source>
+        <translation>A versão %1 está instalada.</translation>
+    </message>
+    <message>
+        <source>Orvella could not look for updates.</source>
+        <translation>O Orvella não conseguiu procurar atualizações.</translation>
+    </message>
+    <message>
+        <source>Version %1 could not be installed.</source>
+        <translation>Não foi possível instalar a versão %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation>Você tem a versão %1.</translation>
+    </message>
+    <message>
+        <source>You have version %1. The list of packages could not be renewed, so there may be a newer one.</source>
+        <translation>Você tem a versão %1. Não foi possível renovar a lista de pacotes; talvez haja uma mais recente.</translation>
+    </message>
+    <message>
+        <source>Your system is set to keep version %1.</source>
+        <translation>O sistema está configurado para manter a versão %1.</translation>
+    </message>
+    <message>
+        <source>It takes effect when Orvella is started again.</source>
+        <translation>Ela será usada quando o Orvella for iniciado novamente.</translation>
     </message>
 </context>
 <context>
@@ -504,6 +623,29 @@
     <message>
         <source>Quit Orvella</source>
         <translation>Sair do Orvella</translation>
+    </message>
+</context>
+<context>
+    <name>orvella::UpdateWindow</name>
+    <message>
+        <source>Progress</source>
+        <translation>Progresso</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+    <message>
+        <source>Install version %1</source>
+        <translation>Instalar a versão %1</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fechar</translation>
     </message>
 </context>
 </TS>

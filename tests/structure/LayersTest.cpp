@@ -25,6 +25,7 @@ const std::map<QString, QStringList> kLayers {
     {u"Velmora/core"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s}},
     {u"Velmora/ui"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s, u"ui"_s}},
     {u"Velmora/app"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s, u"ui"_s, u"app"_s}},
+    {u"Velmora/updates"_s, {u"base"_s, u"platform"_s, u"platform/linux"_s, u"updates"_s}},
     {u"sandbox"_s, {u"base"_s}},
 };
 
@@ -153,6 +154,9 @@ private Q_SLOTS:
         row("Velmora/ui/ad/AdPanel.h", "Velmora/app/StatusBarController.h", false);
         row("Velmora/app/StatusBarController.h", "Velmora/ui/ad/AdPanel.h", true);
         row("Velmora/app/StatusBarController.h", "Velmora/platform/linux/Device.h", false);
+        row("Velmora/updates/UpdateWindow.h", "Velmora/platform/Updater.h", true);
+        row("Velmora/updates/UpdateWindow.h", "Velmora/ui/Compose.h", false);
+        row("Velmora/app/StatusBarController.h", "Velmora/updates/UpdateWindow.h", false);
         row("Velmora/main.cpp", "Velmora/platform/linux/Device.h", true);
         row("sandbox/Service.cpp", "sandbox/Service.h", true);
         row("sandbox/Service.cpp", "Velmora/base/Json.h", true);

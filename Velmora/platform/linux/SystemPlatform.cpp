@@ -6,7 +6,6 @@
 #include "platform/linux/ActivationTokens.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInstance.h"
-#include "platform/linux/DistributionUpdater.h"
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
@@ -16,6 +15,8 @@
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LinuxSystemReport.h"
+#include "platform/linux/OwnLibrary.h"
+#include "platform/linux/PluginUpdater.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
 #include "platform/linux/SystemSecretStore.h"
@@ -87,8 +88,8 @@ struct SystemPlatform::Services {
     std::unique_ptr<WindowSystem> windows = sessionWindowSystem([this] { return activationTokens.take(); });
     LinuxDesktopLook look {QDBusConnection::sessionBus()};
     LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
-    DistributionUpdater updater;
     LinuxSystemReport report {environment, QDBusConnection::sessionBus()};
+    PluginUpdater updater {ownLibrary(QStringLiteral("orvella-updater.so")), clock, *windows};
     DBusInstance instance;
 };
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QObject>
+
+namespace orvella {
+
+/// A library of another version of the program. Its code leaves a property behind as soon as it is loaded
+/// ("oldUpdaterRan").
+class OldUpdater final : public QObject {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "io.orvella.Orvella.Updater/0")
+};
+
+} // namespace orvella
