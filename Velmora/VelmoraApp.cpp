@@ -6,6 +6,7 @@
 #include "app/Diagnosis.h"
 #include "app/Translations.h"
 #include "base/ApplicationId.h"
+#include "base/TerminationSignals.h"
 #include "base/Version.h"
 #include "platform/Instance.h"
 #include "platform/SystemPlatform.h"
@@ -49,6 +50,7 @@ void describeApplication()
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
+    TerminationSignals::endAtOnce();
     SystemPlatform::prepareProcess();
     // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
@@ -67,6 +69,7 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
         delegate.perform(commandLine.request);
     platform.instance().watch([&delegate](Instance::Request request) { delegate.perform(request); });
     platform.instance().offerReport([&delegate] { return delegate.diagnosis(); });
+    const TerminationSignals endsByTheSession;
     return QApplication::exec();
 }
 

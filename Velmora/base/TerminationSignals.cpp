@@ -16,8 +16,18 @@ namespace {
 std::atomic<int> wakeUpEnd {-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
+constexpr auto kSignals = {SIGTERM, SIGINT, SIGHUP};
+constexpr unsigned kPatienceSeconds = 1;
+
+extern "C" void leave(int)
+{
+    _exit(0);
+}
+
 extern "C" void wakeUp(int)
 {
+    // Whatever holds the main loop up, or the end of the program after it.
+    alarm(kPatienceSeconds);
     const int formerError = errno;
     const char anything = 0;
     // It does not wait: a full pipe has already woken the main loop.
@@ -25,7 +35,32 @@ extern "C" void wakeUp(int)
     errno = formerError;
 }
 
+struct sigaction actionOf(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    return action;
+}
+
+bool isIgnored(int signal)
+{
+    struct sigaction present = {};
+    sigaction(signal, nullptr, &present);
+    return present.sa_handler == SIG_IGN;
+}
+
 } // namespace
+
+void TerminationSignals::endAtOnce()
+{
+    const auto action = actionOf(leave);
+    for (const int signal : kSignals) {
+        if (!isIgnored(signal))
+            sigaction(signal, &action, nullptr);
+    }
+}
 
 TerminationSignals::TerminationSignals()
 {
@@ -47,7 +82,10 @@ TerminationSignals::TerminationSignals()
         QCoreApplication::exit(0);
     });
 
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+    // It stays: the end of the program after the main loop may be held up, too.
+    const auto atTheAlarm = actionOf(leave);
+    sigaction(SIGALRM, &atTheAlarm, nullptr);
+    for (const int signal : kSignals)
         handle(signal);
 }
 
@@ -62,16 +100,11 @@ TerminationSignals::~TerminationSignals()
 
 void TerminationSignals::handle(int signal)
 {
-    Former former {signal, {}};
-    sigaction(signal, nullptr, &former.action);
-    if (former.action.sa_handler == SIG_IGN)
+    if (isIgnored(signal))
         return;
-
-    struct sigaction action = {};
-    action.sa_handler = wakeUp;
-    action.sa_flags = SA_RESTART;
-    sigemptyset(&action.sa_mask);
-    sigaction(signal, &action, nullptr);
+    Former former {signal, {}};
+    const auto action = actionOf(wakeUp);
+    sigaction(signal, &action, &former.action);
     m_former.push_back(former);
 }
 

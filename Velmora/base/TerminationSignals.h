@@ -8,14 +8,18 @@
 namespace orvella {
 
 /// Ends the main loop with the exit code 0 when the system, the session or a terminal asks the program to end: SIGTERM,
-/// SIGINT and SIGHUP. Make one, after the application object.
+/// SIGINT and SIGHUP. Make one, just before the main loop runs.
 ///
-/// A signal that was ignored when the program started stays ignored, so that nohup works. The former handlers are back
-/// when this is gone.
+/// A program that has not ended a second later is ended where it stands, with the exit code 0 too. A signal that was
+/// ignored when the program started stays ignored, so that nohup works. The former handlers are back when this is gone.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 
 public:
+    /// From now on these signals end the process at once, with the exit code 0: for the time in which there is no main
+    /// loop, and nothing that is not safe on the disk.
+    static void endAtOnce();
+
     TerminationSignals();
     ~TerminationSignals() override;
 

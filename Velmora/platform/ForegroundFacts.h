@@ -23,8 +23,8 @@ public:
     virtual ~ForegroundFacts() = default;
 
     [[nodiscard]] virtual std::optional<bool> isScreenLocked() const = 0;
-    /// Whether another program keeps the session from going idle for something that the viewer looks at, as a video or a
-    /// presentation does. Absent where the system tells which windows are in front: they say it better.
+    /// Whether another program keeps the session from going idle for something that the viewer looks at, as a video or
+    /// a presentation does. Absent where the system tells which windows are in front: they say it better.
     [[nodiscard]] virtual std::optional<bool> isKeptAwakeForViewing() const = 0;
     /// The application in front, as windows name their owner.
     [[nodiscard]] virtual std::optional<qint64> frontApplication() const = 0;

@@ -1,11 +1,13 @@
 #include "base/TerminationSignals.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QTest>
 
 #include <csignal>
 #include <cstdio>
+#include <unistd.h>
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
@@ -17,22 +19,39 @@ constexpr int kFlood = 70'000;
 
 void ownHandler(int) {}
 
+[[noreturn]] void sayAndHang()
+{
+    std::puts("waiting");
+    std::fflush(stdout);
+    for (;;)
+        pause();
+}
+
 /// The program that the tests start: it waits to be ended and says how it was.
 int waitForASignal(QCoreApplication& application)
 {
     const auto mode = application.arguments().constLast();
     if (mode == u"ignoring"_s)
         std::signal(SIGHUP, SIG_IGN);
+    if (mode == u"starting"_s || mode == u"ignoring"_s)
+        TerminationSignals::endAtOnce();
+    if (mode == u"starting"_s)
+        sayAndHang();
     const TerminationSignals signalsOfTheSystem;
     if (mode == u"early"_s)
         std::raise(SIGTERM);
     if (mode == u"flooded"_s)
         for (int count = 0; count < kFlood; ++count)
             std::raise(SIGTERM);
+    if (mode == u"busy"_s)
+        sayAndHang();
     std::puts("waiting");
     std::fflush(stdout);
     const int code = QCoreApplication::exec();
     std::puts("left the main loop");
+    std::fflush(stdout);
+    if (mode == u"clinging"_s)
+        sayAndHang();
     return code;
 }
 
@@ -51,15 +70,18 @@ public:
 
     [[nodiscard]] bool isRunningAfter(int milliseconds) { return !m_process.waitForFinished(milliseconds); }
 
-    /// Whether it came out of its main loop and returned 0.
-    [[nodiscard]] bool endsOrderly()
+    [[nodiscard]] bool endsWithCodeZero()
     {
         if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(10'000))
             return false;
         m_output += m_process.readAllStandardOutput();
-        return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0
-            && m_output.contains("left the main loop");
+        return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
     }
+
+    /// Whether it came out of its main loop and returned 0.
+    [[nodiscard]] bool endsOrderly() { return endsWithCodeZero() && hasLeftTheMainLoop(); }
+
+    [[nodiscard]] bool hasLeftTheMainLoop() const { return m_output.contains("left the main loop"); }
 
 private:
     QProcess m_process;
@@ -127,6 +149,39 @@ private Q_SLOTS:
         QVERIFY(child.endsOrderly());
     }
 
+    void beforeThereIsAMainLoopASignalEndsTheProgramAtOnce()
+    {
+        Child child(u"starting"_s);
+        QVERIFY(child.isWaiting());
+
+        child.send(SIGTERM);
+
+        QVERIFY(child.endsWithCodeZero());
+        QVERIFY(!child.hasLeftTheMainLoop());
+    }
+
+    void aProgramThatHangsEndsASecondAfterTheSignal_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::newRow("in the main loop") << u"busy"_s;
+        QTest::newRow("after it") << u"clinging"_s;
+    }
+
+    void aProgramThatHangsEndsASecondAfterTheSignal()
+    {
+        QFETCH(const QString, mode);
+        Child child(mode);
+        QVERIFY(child.isWaiting());
+        QElapsedTimer timer;
+        timer.start();
+
+        child.send(SIGTERM);
+
+        QVERIFY(child.endsWithCodeZero());
+        QVERIFY(timer.elapsed() >= 900);
+        QVERIFY(timer.elapsed() < 5000);
+    }
+
     void theFormerHandlersComeBack()
     {
         auto* const atStart = std::signal(SIGTERM, ownHandler);
@@ -153,6 +208,8 @@ private Q_SLOTS:
         const TerminationSignals last;
         std::raise(SIGTERM);
         QCOMPARE(QCoreApplication::exec(), 0);
+        // The program goes on here.
+        alarm(0);
     }
 };
 

@@ -2,10 +2,10 @@
 
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
-#include "base/TerminationSignals.h"
 #include "platform/linux/ActivationTokens.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInstance.h"
+#include "platform/linux/DisplayEnd.h"
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
@@ -71,7 +71,6 @@ struct SystemPlatform::Services {
     {
     }
 
-    TerminationSignals endsByTheSession;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     XdgDirectories directories;
     SystemClock clock;
@@ -99,6 +98,7 @@ struct SystemPlatform::Services {
 /// With more than one monitor Qt leaves the bars out of account unless it is told to believe the window manager.
 void SystemPlatform::prepareProcess()
 {
+    endInOrderWithDisplay();
     if (qEnvironmentVariableIsEmpty("QT_RELY_ON_NET_WORKAREA_ATOM"))
         qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")

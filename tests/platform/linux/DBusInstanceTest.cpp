@@ -2,6 +2,7 @@
 
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
+#include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -96,59 +97,20 @@ QByteArray claimElsewhere(
     return process.readAllStandardOutput().trimmed();
 }
 
-/// A session bus of its own: one that starts the program, or one that gives nobody its name.
-class OtherBus final {
-public:
-    explicit OtherBus(const QByteArray& rules)
-    {
-        QFile file(m_folder.filePath(u"bus.conf"_s));
-        if (!file.open(QIODevice::WriteOnly))
-            qFatal("The folder cannot be written to.");
-        file.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
-                   "<policy context='default'><allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
-            + rules + "</busconfig>");
-        file.close();
-        m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file.fileName()});
-        if (!m_daemon.waitForReadyRead())
-            qFatal("The bus does not start.");
-        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
-    }
-
-    ~OtherBus()
-    {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-
-    [[nodiscard]] const QString& address() const { return m_address; }
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_daemon;
-    QString m_address;
-};
-
 /// Calls the program on a bus that starts it, which is the first of these calls' doing.
 class ActivatingBus final {
 public:
     ActivatingBus()
     {
-        QFile service(m_folder.filePath(u"io.orvella.Orvella.service"_s));
-        if (!service.open(QIODevice::WriteOnly))
-            qFatal("The folder cannot be written to.");
-        service.write(u"[D-BUS Service]\nName=%1\nExec=\"%2\" %3 \"%4\"\n"_s
-                .arg(kApplicationId, QCoreApplication::applicationFilePath(), kServe, log())
-                .toUtf8());
-        service.close();
-        m_bus.emplace("<allow own='*'/></policy><servicedir>" + m_folder.path().toUtf8() + "</servicedir>");
+        m_bus.addService(
+            kApplicationId, u"\"%1\" %2 \"%3\""_s.arg(QCoreApplication::applicationFilePath(), kServe, log()));
     }
 
     ~ActivatingBus() { QDBusConnection::disconnectFromBus(u"activating"_s); }
 
     void call(const QString& method, const QVariantList& arguments)
     {
-        auto connection = QDBusConnection::connectToBus(m_bus->address(), u"activating"_s);
+        auto connection = QDBusConnection::connectToBus(m_bus.address(), u"activating"_s);
         auto call = QDBusMessage::createMethodCall(
             kApplicationId, u"/io/orvella/Orvella"_s, u"org.freedesktop.Application"_s, method);
         call.setArguments(arguments);
@@ -167,7 +129,7 @@ private:
     [[nodiscard]] QString log() const { return m_folder.filePath(u"log"_s); }
 
     QTemporaryDir m_folder;
-    std::optional<OtherBus> m_bus;
+    PrivateBus m_bus;
 };
 
 /// Owns the name as a program that does not do what it should.
@@ -480,7 +442,7 @@ private Q_SLOTS:
 
     void onABusThatGivesNobodyTheNameEveryProgramIsTheFirst()
     {
-        const OtherBus bus("<deny own='*'/></policy>");
+        const PrivateBus bus("<policy context='default'><deny own='*'/></policy>");
 
         QCOMPARE(claimElsewhere({}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address()}}), "first");
     }
