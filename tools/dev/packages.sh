@@ -14,7 +14,8 @@ declare -A packages=(
     # The fonts of the pictures of the user interface.
     [shots]="fonts-inter fonts-jetbrains-mono"
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
-        x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0 desktop-file-utils appstream groff bash-completion"
+        x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0 desktop-file-utils appstream groff
+        bash-completion packagekit"
     [bench]="libbenchmark-dev"
     [package]="debhelper dpkg-dev fakeroot lintian man-db"
     # Makes a bare Debian to install the packages on.
