@@ -78,8 +78,11 @@ public:
     Result<void> unregisterItem() override;
     [[nodiscard]] Status status() const override { return current; }
 
+    void watch(std::function<void(const Result<void>&)> listener) override { answered = std::move(listener); }
+
     Status current = Status::notRegistered;
     std::optional<Failure> failure;
+    std::function<void(const Result<void>&)> answered;
     int registrations = 0;
     int unregistrations = 0;
 };

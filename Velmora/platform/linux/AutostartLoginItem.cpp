@@ -7,9 +7,12 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <unistd.h>
+#include <utility>
 
 namespace orvella {
 
@@ -17,31 +20,45 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Each desktop has its own way of switching an entry off without removing it. One entry serves them all, so a viewer
+/// who has used any of them has switched it off.
 bool isSwitchedOff(const DesktopEntry& entry)
 {
-    // Each desktop has its own way of switching an entry off without removing it.
-    return entry.boolean(u"Hidden"_s) == true || entry.boolean(u"X-GNOME-Autostart-enabled"_s) == false
+    // The specification's, which XFCE, LXQt, Plasma and MATE write.
+    return entry.boolean(u"Hidden"_s) == true
+        // GNOME and Cinnamon.
+        || entry.boolean(u"X-GNOME-Autostart-enabled"_s) == false
+        // MATE before 1.26.
         || entry.boolean(u"X-MATE-Autostart-enabled"_s) == false;
 }
 
-bool isProgramThere(const DesktopEntry& entry)
+bool isMeantFor(const DesktopEntry& entry, const QStringList& desktops)
 {
-    const auto program = entry.string(u"TryExec"_s);
-    return !program || (QFileInfo(*program).isFile() && QFileInfo(*program).isExecutable());
+    const auto only = entry.list(u"OnlyShowIn"_s);
+    const auto never = entry.list(u"NotShowIn"_s);
+    for (const auto& desktop : desktops) {
+        if (only.contains(desktop))
+            return true;
+        if (never.contains(desktop))
+            return false;
+    }
+    if (desktops.contains(u"XFCE"_s) && entry.boolean(u"X-XFCE-Autostart-Override"_s) == true)
+        return true;
+    return only.isEmpty();
 }
 
 } // namespace
 
-AutostartLoginItem::AutostartLoginItem(const QString& folder, QStringList command)
-    : m_path(folder + u'/' + kApplicationId + u".desktop"_s)
-    , m_command(std::move(command))
+AutostartLoginItem::AutostartLoginItem(Options options)
+    : m_options(std::move(options))
+    , m_path(m_options.folder + u'/' + kApplicationId + u".desktop"_s)
 {
 }
 
 Result<void> AutostartLoginItem::registerItem()
 {
     QStringList arguments;
-    for (const auto& argument : m_command)
+    for (const auto& argument : m_options.command)
         arguments.append(DesktopEntry::quotedArgument(argument));
     const auto lines = QStringList {
         u"[Desktop Entry]"_s,
@@ -50,7 +67,7 @@ Result<void> AutostartLoginItem::registerItem()
         u"Name=Orvella"_s,
         u"Icon="_s + kApplicationId,
         // An entry that outlives the program is passed over.
-        u"TryExec="_s + DesktopEntry::escaped(m_command.constFirst()),
+        u"TryExec="_s + DesktopEntry::escaped(m_options.command.constFirst()),
         u"Exec="_s + DesktopEntry::escaped(arguments.join(u' ')),
         u"Terminal=false"_s,
     };
@@ -69,11 +86,32 @@ Result<void> AutostartLoginItem::unregisterItem()
 LoginItem::Status AutostartLoginItem::status() const
 {
     const auto entry = DesktopEntry::read(m_path);
-    if (!entry || entry->string(u"Type"_s) != u"Application"_s || !entry->string(u"Exec"_s))
+    if (!entry || entry->string(u"Type"_s) != u"Application"_s)
         return Status::notRegistered;
-    if (isSwitchedOff(*entry))
+    const auto command = entry->command();
+    if (!isOwn(command))
+        return Status::notRegistered;
+    const auto desktops = m_options.environment.value(u"XDG_CURRENT_DESKTOP"_s).split(u':', Qt::SkipEmptyParts);
+    if (isSwitchedOff(*entry) || !isMeantFor(*entry, desktops))
         return Status::requiresApproval;
-    return isProgramThere(*entry) ? Status::enabled : Status::notFound;
+    const auto isComplete =
+        isThere(command.constFirst()) && isThere(entry->string(u"TryExec"_s).value_or(command.constFirst()));
+    return isComplete ? Status::enabled : Status::notFound;
+}
+
+bool AutostartLoginItem::isOwn(const QStringList& command) const
+{
+    // The viewer may have put something before it, and it may be another build, or one in a sandbox.
+    return std::ranges::any_of(command, [this](const QString& word) {
+        return word == m_options.command.constFirst() || word.contains(kApplicationId)
+            || QFileInfo(word).fileName().startsWith(u"orvella"_s, Qt::CaseInsensitive);
+    });
+}
+
+bool AutostartLoginItem::isThere(const QString& program) const
+{
+    const auto folders = m_options.environment.value(u"PATH"_s).split(u':', Qt::SkipEmptyParts);
+    return !QStandardPaths::findExecutable(program, folders).isEmpty();
 }
 
 } // namespace orvella

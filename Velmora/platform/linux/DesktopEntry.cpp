@@ -39,6 +39,24 @@ QString unescaped(const QString& value)
     return text;
 }
 
+/// Takes a word off the front: an argument of "Exec", which may be quoted or not.
+QString takeWord(QStringView& rest)
+{
+    QString word;
+    const bool isQuoted = rest.startsWith(u'"');
+    if (isQuoted)
+        rest = rest.sliced(1);
+    while (!rest.isEmpty() && rest.front() != (isQuoted ? u'"' : u' ')) {
+        if (isQuoted && rest.front() == u'\\' && rest.size() > 1)
+            rest = rest.sliced(1);
+        word += rest.front();
+        rest = rest.sliced(1);
+    }
+    if (isQuoted && !rest.isEmpty())
+        rest = rest.sliced(1);
+    return word;
+}
+
 /// The suffixes that name a locale's translations, the closest one first.
 QStringList suffixes(const QString& locale)
 {
@@ -115,6 +133,20 @@ std::optional<bool> DesktopEntry::boolean(const QString& key) const
     if (value == u"true"_s)
         return true;
     return value == u"false"_s ? std::optional(false) : std::nullopt;
+}
+
+QStringList DesktopEntry::list(const QString& key) const
+{
+    return string(key).value_or(QString()).split(u';', Qt::SkipEmptyParts);
+}
+
+QStringList DesktopEntry::command() const
+{
+    const auto value = string(u"Exec"_s).value_or(QString());
+    QStringList words;
+    for (auto rest = QStringView(value).trimmed(); !rest.isEmpty(); rest = rest.trimmed())
+        words.append(takeWord(rest));
+    return words;
 }
 
 QString DesktopEntry::escaped(QString value)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <optional>
@@ -20,6 +21,11 @@ public:
     [[nodiscard]] std::optional<QString> localized(const QString& key, const QString& locale) const;
     /// The value where it is "true" or "false".
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
+
+    /// The values of a list; empty where there is none.
+    [[nodiscard]] QStringList list(const QString& key) const;
+    /// The words of "Exec", without its quotes.
+    [[nodiscard]] QStringList command() const;
 
     /// The value as it stands in a file, with escapes.
     [[nodiscard]] static QString escaped(QString value);

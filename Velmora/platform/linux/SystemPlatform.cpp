@@ -9,6 +9,7 @@
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
+#include "platform/linux/LastingPath.h"
 #include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxForegroundFacts.h"
@@ -33,9 +34,10 @@ namespace orvella {
 namespace {
 
 /// What the session starts at the next login.
-QStringList command(const std::optional<QString>& profile)
+QStringList command(const QProcessEnvironment& environment, const std::optional<QString>& profile)
 {
-    QStringList words {QCoreApplication::applicationFilePath(), QStringLiteral("--autostart")};
+    QStringList words {
+        lastingPath(environment, QCoreApplication::applicationFilePath()), QStringLiteral("--autostart")};
     if (profile)
         words << QStringLiteral("--profile") << QDir().absoluteFilePath(*profile);
     return words;
@@ -62,7 +64,7 @@ struct SystemPlatform::Services {
         , settingsFile(directories.config() + QStringLiteral("/settings.json"))
         , settings(settingsFile, overlays)
         , secrets(secretStore(clock, directories.state(), profile.has_value()))
-        , loginItem(directories.autostart(), command(profile))
+        , loginItem({directories.autostart(), command(environment, profile), environment})
         , applications(environment, directories.applications())
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)

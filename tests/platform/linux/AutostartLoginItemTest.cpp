@@ -19,6 +19,8 @@ private Q_SLOTS:
     {
         m_folder.emplace();
         QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+        QVERIFY(QDir(m_folder->path()).mkdir(u"bin"_s));
+        QVERIFY(QFile::link(QCoreApplication::applicationFilePath(), program()));
     }
 
     void withoutAnEntryTheItemIsNotRegistered() { QCOMPARE(item().status(), LoginItem::Status::notRegistered); }
@@ -41,7 +43,7 @@ private Q_SLOTS:
 
     void argumentsWithSpecialCharactersStayArguments()
     {
-        AutostartLoginItem withArguments(autostart(), {program(), u"--profile"_s, u"/home/a b/$x%1\\"_s});
+        AutostartLoginItem withArguments({autostart(), {program(), u"--profile"_s, u"/home/a b/$x%1\\"_s}, {}});
 
         QVERIFY(withArguments.registerItem());
 
@@ -75,13 +77,25 @@ private Q_SLOTS:
         row("not hidden", u"Exec=orvella\nHidden=false\n"_s, Status::enabled);
         row("off in GNOME", u"Exec=orvella\nX-GNOME-Autostart-enabled=false\n"_s, Status::requiresApproval);
         row("on in GNOME", u"Exec=orvella\nX-GNOME-Autostart-enabled=true\n"_s, Status::enabled);
+        row("on in GNOME and hidden", u"Exec=orvella\nX-GNOME-Autostart-enabled=true\nHidden=true\n"_s,
+            Status::requiresApproval);
         row("off in MATE", u"Exec=orvella\nX-MATE-Autostart-enabled=false\n"_s, Status::requiresApproval);
         row("a program that is gone", u"Exec=orvella\nTryExec=/nowhere/orvella\n"_s, Status::notFound);
         row("a program that is a folder", u"Exec=orvella\nTryExec=/usr\n"_s, Status::notFound);
         row("a program that may not be run", u"Exec=orvella\nTryExec=/etc/passwd\n"_s, Status::notFound);
+        row("a program that is in the PATH", u"Exec=orvella\nTryExec=orvella\n"_s, Status::enabled);
+        row("a program that is in no PATH", u"Exec=orvella\nTryExec=orvella-5\n"_s, Status::notFound);
+        row("a command that is in no PATH", u"Exec=orvella-5\n"_s, Status::notFound);
+        row("a command that is gone", u"Exec=\"/nowhere/orvella\" --autostart\n"_s, Status::notFound);
+        row("another build", u"Exec=/nowhere/Orvella-2.0.AppImage\n"_s, Status::notFound);
+        row("something before the command", u"Exec=env LANG=C orvella\n"_s, Status::enabled);
+        row("in a sandbox", u"Exec=sh /run io.orvella.Orvella\n"_s, Status::enabled);
+        row("another program", u"Exec=sh\n"_s, Status::notRegistered);
+        row("another program that is off", u"Exec=sh\nHidden=true\n"_s, Status::notRegistered);
+        row("an empty command", u"Exec=\n"_s, Status::notRegistered);
         row("no command", u"Name=Orvella\n"_s, Status::notRegistered);
         QTest::newRow("an empty file") << u""_s << Status::notRegistered;
-        QTest::newRow("a link") << u"[Desktop Entry]\nType=Link\nExec=x\n"_s << Status::notRegistered;
+        QTest::newRow("a link") << u"[Desktop Entry]\nType=Link\nExec=orvella\n"_s << Status::notRegistered;
     }
 
     void theStatusIsWhatTheSessionWouldDo()
@@ -91,6 +105,46 @@ private Q_SLOTS:
         write(entry);
 
         QCOMPARE(item().status(), status);
+    }
+
+    void anEntryMayBeMeantForSomeDesktopsOnly_data()
+    {
+        QTest::addColumn<QString>("lines");
+        QTest::addColumn<QString>("desktop");
+        QTest::addColumn<bool>("enabled");
+        const auto row = [](const char* name, const QString& lines, const QString& desktop, bool enabled) {
+            QTest::newRow(name) << lines << desktop << enabled;
+        };
+        const auto only = u"OnlyShowIn=XFCE;MATE;\n"_s;
+        const auto never = u"NotShowIn=KDE\n"_s;
+        const auto both = u"OnlyShowIn=GNOME;\nNotShowIn=Pop;\n"_s;
+        const auto override = u"OnlyShowIn=GNOME;\nX-XFCE-Autostart-Override=true\n"_s;
+        row("all", u""_s, u"XFCE"_s, true);
+        row("all, and no desktop", u""_s, u""_s, true);
+        row("this one", only, u"XFCE"_s, true);
+        row("one of this one's names", only, u"Xubuntu:XFCE"_s, true);
+        row("others", only, u"KDE"_s, false);
+        row("some, and no desktop", only, u""_s, false);
+        row("another case", only, u"xfce"_s, false);
+        row("not this one", never, u"KDE"_s, false);
+        row("not another one", never, u"XFCE"_s, true);
+        row("not another one, and no desktop", never, u""_s, true);
+        row("the first name decides for it", both, u"GNOME:Pop"_s, true);
+        row("the first name decides against it", both, u"Pop:GNOME"_s, false);
+        row("forced in XFCE", override, u"XFCE"_s, true);
+        row("forced in XFCE, elsewhere", override, u"MATE"_s, false);
+        row("forced in XFCE against its own exception", u"NotShowIn=XFCE;\nX-XFCE-Autostart-Override=true\n"_s,
+            u"XFCE"_s, false);
+    }
+
+    void anEntryMayBeMeantForSomeDesktopsOnly()
+    {
+        QFETCH(const QString, lines);
+        QFETCH(const QString, desktop);
+        QFETCH(const bool, enabled);
+        write(u"[Desktop Entry]\nType=Application\nExec=orvella\n"_s + lines);
+
+        QCOMPARE(item(desktop).status(), enabled ? LoginItem::Status::enabled : LoginItem::Status::requiresApproval);
     }
 
     void registeringTurnsASwitchedOffEntryOnAgain()
@@ -125,9 +179,15 @@ private:
 
     [[nodiscard]] QString path() const { return autostart() + u"/io.orvella.Orvella.desktop"_s; }
 
-    static QString program() { return QCoreApplication::applicationFilePath(); }
+    [[nodiscard]] QString program() const { return m_folder->filePath(u"bin/orvella"_s); }
 
-    [[nodiscard]] AutostartLoginItem item() const { return AutostartLoginItem(autostart(), {program()}); }
+    [[nodiscard]] AutostartLoginItem item(const QString& desktop = {}) const
+    {
+        QProcessEnvironment environment;
+        environment.insert(u"PATH"_s, u"/usr/bin:"_s + m_folder->filePath(u"bin"_s));
+        environment.insert(u"XDG_CURRENT_DESKTOP"_s, desktop);
+        return AutostartLoginItem({autostart(), {program()}, environment});
+    }
 
     void write(const QString& entry) const
     {

@@ -94,6 +94,50 @@ private Q_SLOTS:
         QVERIFY(!DesktopEntry::read(folder.filePath(u"pipe"_s)));
         QVERIFY(!DesktopEntry::read(folder.path()));
     }
+
+    void theCommandIsAListOfWords_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QStringList>("words");
+        QTest::newRow("none") << u""_s << QStringList();
+        QTest::newRow("one") << u"orvella"_s << QStringList {u"orvella"_s};
+        QTest::newRow("several") << u"  env  A=1 orvella "_s << QStringList {u"env"_s, u"A=1"_s, u"orvella"_s};
+        QTest::newRow("quoted") << u"\"/a b/c\" \"\" d"_s << QStringList {u"/a b/c"_s, u""_s, u"d"_s};
+        QTest::newRow("escaped") << u"\"\\\\\"a\\\\\\\\\\\\$\""_s << QStringList {u"\"a\\$"_s};
+        QTest::newRow("a quote that does not end") << u"\"a b"_s << QStringList {u"a b"_s};
+    }
+
+    void theCommandIsAListOfWords()
+    {
+        QFETCH(const QString, value);
+
+        const auto entry = DesktopEntry::parse(u"[Desktop Entry]\nExec="_s + value + u'\n');
+
+        QTEST(entry->command(), "words");
+    }
+
+    void aCommandThatWasQuotedIsReadBackAsItWas()
+    {
+        const QStringList words {u"/a b/\"c\""_s, u"$x`y`\\"_s, u"--d=e\\n"_s};
+        QStringList quoted;
+        for (const auto& word : words)
+            quoted.append(DesktopEntry::quotedArgument(word));
+
+        const auto entry =
+            DesktopEntry::parse(u"[Desktop Entry]\nExec="_s + DesktopEntry::escaped(quoted.join(u' ')) + u'\n');
+
+        QCOMPARE(entry->command(), words);
+    }
+
+    void aListIsSeparatedBySemicolons()
+    {
+        const auto entry = DesktopEntry::parse(u"[Desktop Entry]\nA=x;y;\nB=z\nC=\n"_s);
+
+        QCOMPARE(entry->list(u"A"_s), (QStringList {u"x"_s, u"y"_s}));
+        QCOMPARE(entry->list(u"B"_s), QStringList {u"z"_s});
+        QCOMPARE(entry->list(u"C"_s), QStringList());
+        QCOMPARE(entry->list(u"D"_s), QStringList());
+    }
 };
 
 QTEST_GUILESS_MAIN(DesktopEntryTest)
