@@ -1,3 +1,4 @@
+#include "platform/linux/OwnLibrary.h"
 #include "platform/linux/PluginUpdater.h"
 #include "support/FakeAuthority.h"
 #include "support/FakePlatform.h"
@@ -73,7 +74,7 @@ private Q_SLOTS:
         m_archive->install({u"orvella"_s, u"0.0.1-1"_s});
         m_authority = std::make_unique<FakeAuthority>();
         m_daemon = std::make_unique<PackageKitDaemon>();
-        m_updater = std::make_unique<PluginUpdater>(QStringLiteral(ORVELLA_UPDATER_LIBRARY), m_clock, m_windows);
+        m_updater = std::make_unique<PluginUpdater>(ownLibrary(u"orvella-updater.so"_s), m_clock, m_windows);
     }
 
     void cleanup()

@@ -36,6 +36,12 @@ QString notice()
     return notices().isEmpty() ? QString() : notices().constFirst()->text();
 }
 
+bool isInMemory(const QString& library)
+{
+    QFile map(u"/proc/self/maps"_s);
+    return map.open(QIODevice::ReadOnly) && map.readAll().contains(QFile::encodeName(library));
+}
+
 int counted(const char* property)
 {
     return qApp->property(property).toInt();
@@ -73,6 +79,7 @@ private Q_SLOTS:
         QCOMPARE(m_clock.sleepers(), 0U);
     }
 
+    /// The first test: what has been loaded stays.
     void startingLoadsAndShowsNothing()
     {
         make(QStringLiteral(ORVELLA_FITTING_UPDATER));
@@ -80,8 +87,11 @@ private Q_SLOTS:
         m_updater->start();
         QTest::qWait(50);
 
+        QVERIFY(!isInMemory(QStringLiteral(ORVELLA_FITTING_UPDATER)));
         QCOMPARE(counted("updatersMade"), 0);
         QVERIFY(notices().isEmpty());
+        m_updater->checkForUpdates();
+        QVERIFY(isInMemory(QStringLiteral(ORVELLA_FITTING_UPDATER)));
     }
 
     void theLibraryIsLoadedWhenTheViewerAsksFirst()
