@@ -142,6 +142,21 @@
     </message>
 </context>
 <context>
+    <name>PortalLoginItem</name>
+    <message>
+        <source>The desktop does not let Orvella start at login.</source>
+        <translation>لا يسمح سطح المكتب ببدء Orvella عند الدخول.</translation>
+    </message>
+    <message>
+        <source>The desktop cannot change whether Orvella starts at login.</source>
+        <translation>لا يستطيع سطح المكتب تغيير ما إذا كان Orvella يبدأ عند الدخول.</translation>
+    </message>
+    <message>
+        <source>Orvella waits in the desktop&apos;s bar until there is an ad.</source>
+        <translation>ينتظر Orvella في شريط سطح المكتب إلى أن يتوفر إعلان.</translation>
+    </message>
+</context>
+<context>
     <name>Record</name>
     <message>
         <source>is not true or false</source>

@@ -142,6 +142,21 @@
     </message>
 </context>
 <context>
+    <name>PortalLoginItem</name>
+    <message>
+        <source>The desktop does not let Orvella start at login.</source>
+        <translation>Der Desktop lässt Orvella beim Anmelden nicht starten.</translation>
+    </message>
+    <message>
+        <source>The desktop cannot change whether Orvella starts at login.</source>
+        <translation>Der Desktop kann nicht ändern, ob Orvella beim Anmelden startet.</translation>
+    </message>
+    <message>
+        <source>Orvella waits in the desktop&apos;s bar until there is an ad.</source>
+        <translation>Orvella wartet in der Leiste des Desktops, bis es eine Anzeige gibt.</translation>
+    </message>
+</context>
+<context>
     <name>Record</name>
     <message>
         <source>is not true or false</source>

@@ -142,6 +142,21 @@
     </message>
 </context>
 <context>
+    <name>PortalLoginItem</name>
+    <message>
+        <source>The desktop does not let Orvella start at login.</source>
+        <translation>El escritorio no permite que Orvella se abra al iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>The desktop cannot change whether Orvella starts at login.</source>
+        <translation>El escritorio no puede cambiar si Orvella se abre al iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>Orvella waits in the desktop&apos;s bar until there is an ad.</source>
+        <translation>Orvella espera en la barra del escritorio hasta que haya un anuncio.</translation>
+    </message>
+</context>
+<context>
     <name>Record</name>
     <message>
         <source>is not true or false</source>

@@ -142,6 +142,21 @@
     </message>
 </context>
 <context>
+    <name>PortalLoginItem</name>
+    <message>
+        <source>The desktop does not let Orvella start at login.</source>
+        <translation>Le bureau ne permet pas à Orvella de se lancer avec la session.</translation>
+    </message>
+    <message>
+        <source>The desktop cannot change whether Orvella starts at login.</source>
+        <translation>Le bureau ne peut pas changer si Orvella se lance avec la session.</translation>
+    </message>
+    <message>
+        <source>Orvella waits in the desktop&apos;s bar until there is an ad.</source>
+        <translation>Orvella attend dans la barre du bureau jusqu’à ce qu’il y ait une publicité.</translation>
+    </message>
+</context>
+<context>
     <name>Record</name>
     <message>
         <source>is not true or false</source>

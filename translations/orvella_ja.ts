@@ -142,6 +142,21 @@
     </message>
 </context>
 <context>
+    <name>PortalLoginItem</name>
+    <message>
+        <source>The desktop does not let Orvella start at login.</source>
+        <translation>デスクトップが Orvella のログイン時の起動を許可していません。</translation>
+    </message>
+    <message>
+        <source>The desktop cannot change whether Orvella starts at login.</source>
+        <translation>ログイン時に Orvella を起動するかどうかを、デスクトップで変更できません。</translation>
+    </message>
+    <message>
+        <source>Orvella waits in the desktop&apos;s bar until there is an ad.</source>
+        <translation>Orvella は広告が届くまでデスクトップのバーで待機します。</translation>
+    </message>
+</context>
+<context>
     <name>Record</name>
     <message>
         <source>is not true or false</source>

@@ -34,6 +34,10 @@ AppState::AppState(const Platform& platform, Transport& transport)
     , m_pollSeconds(kFirstPollSeconds)
     , m_suppressedCreativeIds(platform.clock)
 {
+    m_platform.loginItem.watch([self = QPointer(this)](const Result<void>& answer) {
+        if (self)
+            self->loginItemAnswered(answer);
+    });
     registerLoginItemOnFirstRun();
     launchAtLogin = isLoginItemEnabled();
 }
@@ -282,11 +286,25 @@ QCoro::Task<> AppState::sendPreferences(std::stop_token stop)
 
 void AppState::setLaunchAtLogin(bool enabled)
 {
-    const auto changed = enabled ? m_platform.loginItem.registerItem() : m_platform.loginItem.unregisterItem();
-    if (!changed)
-        lastError = changed.error().description;
+    m_hasViewerAskedForLoginItem = true;
+    noteLoginItem(enabled ? m_platform.loginItem.registerItem() : m_platform.loginItem.unregisterItem());
+}
+
+void AppState::loginItemAnswered(const Result<void>& answer)
+{
+    if (m_hasViewerAskedForLoginItem)
+        noteLoginItem(answer);
+    else
+        // Deliberate: what becomes of the first run's registration is told to nobody.
+        launchAtLogin = isLoginItemEnabled();
+}
+
+void AppState::noteLoginItem(const Result<void>& outcome)
+{
+    if (!outcome)
+        lastError = outcome.error().description;
     launchAtLogin = isLoginItemEnabled();
-    if (changed)
+    if (outcome)
         lastError = std::nullopt;
 }
 

@@ -104,6 +104,8 @@ private:
     void autoOpenAdsAssigned();
 
     void registerLoginItemOnFirstRun();
+    void loginItemAnswered(const Result<void>& answer);
+    void noteLoginItem(const Result<void>& outcome);
     [[nodiscard]] bool isLoginItemEnabled() const;
     void startSendingPreferences();
     void setPollSeconds(qint64 seconds);
@@ -120,6 +122,7 @@ private:
     Keychain m_keychain;
     qint64 m_pollSeconds;
     CreativeSuppression m_suppressedCreativeIds;
+    bool m_hasViewerAskedForLoginItem = false;
 };
 
 } // namespace orvella

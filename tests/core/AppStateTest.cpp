@@ -169,6 +169,56 @@ private Q_SLOTS:
         QCOMPARE(state.launchAtLogin(), expected);
     }
 
+    void anAnswerThatComesLaterSetsLaunchAtLoginAgain()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        platform.settings.values = {{u"didConfigureLaunchAtLogin"_s, true}};
+        AppState state(platform.lend(), transport);
+        platform.loginItem.isSlow = true;
+
+        state.setLaunchAtLogin(true);
+        QVERIFY(!state.launchAtLogin());
+
+        platform.loginItem.current = LoginItem::Status::enabled;
+        platform.loginItem.answered({});
+        QVERIFY(state.launchAtLogin());
+        QVERIFY(!state.lastError());
+
+        platform.loginItem.current = LoginItem::Status::requiresApproval;
+        platform.loginItem.answered(failed(Failure::Kind::refused, u"no"_s));
+        QVERIFY(!state.launchAtLogin());
+        QCOMPARE(state.lastError(), u"no"_s);
+    }
+
+    void aLateRefusalOfTheFirstRunsRegistrationIsNotTold()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        platform.loginItem.isSlow = true;
+        AppState state(platform.lend(), transport);
+        QCOMPARE(platform.loginItem.registrations, 1);
+
+        platform.loginItem.answered(failed(Failure::Kind::refused, u"no"_s));
+        QVERIFY(!state.lastError());
+        QVERIFY(!state.launchAtLogin());
+
+        platform.loginItem.current = LoginItem::Status::enabled;
+        platform.loginItem.answered({});
+        QVERIFY(state.launchAtLogin());
+    }
+
+    void anAnswerAfterTheEndOfTheStateIsLost()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        {
+            const AppState state(platform.lend(), transport);
+        }
+
+        platform.loginItem.answered({});
+    }
+
     void settingLaunchAtLoginRegistersAndReportsTheRealState()
     {
         FakePlatform platform;

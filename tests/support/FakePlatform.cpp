@@ -136,7 +136,8 @@ Result<void> FakeLoginItem::registerItem()
     ++registrations;
     if (failure)
         return std::unexpected(*failure);
-    current = Status::enabled;
+    if (!isSlow)
+        current = Status::enabled;
     return {};
 }
 
@@ -145,7 +146,8 @@ Result<void> FakeLoginItem::unregisterItem()
     ++unregistrations;
     if (failure)
         return std::unexpected(*failure);
-    current = Status::notRegistered;
+    if (!isSlow)
+        current = Status::notRegistered;
     return {};
 }
 

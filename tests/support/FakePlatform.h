@@ -81,6 +81,8 @@ public:
     void watch(std::function<void(const Result<void>&)> listener) override { answered = std::move(listener); }
 
     Status current = Status::notRegistered;
+    /// Whether the status stays until the test has it answer.
+    bool isSlow = false;
     std::optional<Failure> failure;
     std::function<void(const Result<void>&)> answered;
     int registrations = 0;

@@ -2,14 +2,13 @@
 
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
+#include "platform/LoginItem.h"
 #include "platform/linux/ActivationTokens.h"
-#include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInstance.h"
 #include "platform/linux/DisplayEnd.h"
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
-#include "platform/linux/LastingPath.h"
 #include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxForegroundFacts.h"
@@ -20,6 +19,7 @@
 #include "platform/linux/PluginUpdater.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
+#include "platform/linux/SystemLoginItem.h"
 #include "platform/linux/SystemSecretStore.h"
 #include "platform/linux/XdgBrowser.h"
 #include "platform/linux/XdgDirectories.h"
@@ -32,16 +32,6 @@
 namespace orvella {
 
 namespace {
-
-/// What the session starts at the next login.
-QStringList command(const QProcessEnvironment& environment, const std::optional<QString>& profile)
-{
-    QStringList words {
-        lastingPath(environment, QCoreApplication::applicationFilePath()), QStringLiteral("--autostart")};
-    if (profile)
-        words << QStringLiteral("--profile") << QDir().absoluteFilePath(*profile);
-    return words;
-}
 
 std::optional<QString> absolute(const std::optional<QString>& folder)
 {
@@ -64,7 +54,7 @@ struct SystemPlatform::Services {
         , settingsFile(directories.config() + QStringLiteral("/settings.json"))
         , settings(settingsFile, overlays)
         , secrets(secretStore(clock, directories.state(), profile.has_value()))
-        , loginItem({directories.autostart(), command(environment, profile), environment})
+        , loginItem(systemLoginItem({environment, directories, QCoreApplication::applicationFilePath(), profile}))
         , applications(environment, directories.applications())
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
@@ -79,7 +69,7 @@ struct SystemPlatform::Services {
     FileSettingsStore settingsFile;
     OverlaySettings settings;
     std::unique_ptr<SecretStore> secrets;
-    AutostartLoginItem loginItem;
+    std::unique_ptr<LoginItem> loginItem;
     IcuViewerLocale locale {environment};
     LinuxDevice device;
     LinuxRunningApplications applications;
@@ -119,7 +109,7 @@ SystemPlatform::~SystemPlatform() = default;
 Platform SystemPlatform::lend()
 {
     auto& services = *m_services;
-    return {services.clock, services.settings, *services.secrets, services.loginItem, services.locale, services.device,
+    return {services.clock, services.settings, *services.secrets, *services.loginItem, services.locale, services.device,
         services.applications, services.browser, services.statusItem, *services.windows, services.look,
         services.foreground, services.updater, services.report};
 }

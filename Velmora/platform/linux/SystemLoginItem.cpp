@@ -1,0 +1,30 @@
+#include "platform/linux/SystemLoginItem.h"
+
+#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/LastingPath.h"
+#include "platform/linux/PortalLoginItem.h"
+#include "platform/linux/XdgDirectories.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace orvella {
+
+using namespace Qt::Literals::StringLiterals;
+
+std::unique_ptr<LoginItem> systemLoginItem(const LoginItemSurroundings& surroundings)
+{
+    const auto& [environment, directories, executable, profile, sandboxMark] = surroundings;
+    const auto automatic = u"--autostart"_s;
+    if (!profile && QFileInfo::exists(sandboxMark)) {
+        return std::make_unique<PortalLoginItem>(QDBusConnection::sessionBus(),
+            QStringList {QFileInfo(executable).fileName(), automatic}, directories.state() + u"/login-item"_s);
+    }
+    QStringList command {lastingPath(environment, executable), automatic};
+    if (profile)
+        command << u"--profile"_s << QDir().absoluteFilePath(*profile);
+    return std::make_unique<AutostartLoginItem>(
+        AutostartLoginItem::Options {directories.autostart(), command, environment});
+}
+
+} // namespace orvella
