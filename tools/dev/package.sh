@@ -3,16 +3,19 @@
 
 # The packages, and what their builder says of them, end up here.
 readonly debs=build/packages
+readonly source=build/packages-source
 
 verb_package() {
     case ${1:-} in
     '')
         need build package
+        stage_source
         build_packages "$debs"
         check_packages
         ;;
     --check)
         need build package check_package
+        stage_source
         build_packages "$debs"
         check_packages
         check_reproducible
@@ -24,13 +27,20 @@ verb_package() {
     (cd "$debs" && ls -sh ./*.deb)
 }
 
-# The files of the project as a Debian source: build_packages FOLDER builds its packages in FOLDER.
+# Keeps what the project is at this moment, so that every build is of the same.
+stage_source() {
+    rm -rf "$source"
+    mkdir -p "$source"
+    project_files | tar --create --null --files-from=- | tar --extract --directory="$source"
+    cp -r packaging/debian "$source/debian"
+}
+
+# Builds the packages of the staged source in a folder of their own: build_packages FOLDER
 build_packages() {
     local folder=$1
     rm -rf "$folder"
-    mkdir -p "$folder/source"
-    project_files | tar --create --null --files-from=- | tar --extract --directory="$folder/source"
-    cp -r packaging/debian "$folder/source/debian"
+    mkdir -p "$folder"
+    cp -r "$source" "$folder/source"
     # The log is long and says little; it counts when something went wrong.
     (cd "$folder/source" && dpkg-buildpackage --build=binary --no-sign) >"$folder/log" 2>&1 \
         || fail "the packages could not be built; $folder/log ends so: $(tail -n 20 "$folder/log")"
