@@ -21,8 +21,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A session has some hundred groups; a tree beyond these bounds is read in part.
-constexpr int kMostEntries = 20'000;
+// A session has some hundred groups, a slice some dozen files; a tree beyond these bounds is read in part.
+constexpr int kMostEntries = 50'000;
+constexpr int kMostGroups = 2'000;
 constexpr int kMostLevels = 8;
 constexpr qint64 kMostBytes = 64 * 1024;
 
@@ -110,8 +111,11 @@ private:
         for (fs::directory_iterator entry(slice, error), end; !error && entry != end && m_entries < kMostEntries;
             entry.increment(error)) {
             ++m_entries;
-            if (!isFolder(entry->path()))
+            // What the system has told of an entry with its name is not asked for again.
+            if (entry->is_symlink(error) || !entry->is_directory(error))
                 continue;
+            if (++m_groups > kMostGroups)
+                return;
             const auto name = QString::fromUtf8(entry->path().filename().native());
             if (!name.endsWith(u".slice"))
                 readUnit(entry->path(), name, applicationOfSlice);
@@ -133,6 +137,7 @@ private:
 
     std::vector<QStringList> m_units;
     int m_entries = 0;
+    int m_groups = 0;
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "platform/linux/ApplicationUnits.h"
 
-#include "base/Clock.h"
 #include "support/ControlGroupTree.h"
 
 #include <QDir>
@@ -11,7 +10,6 @@
 #include <sys/stat.h>
 
 using namespace orvella;
-using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -179,24 +177,30 @@ private Q_SLOTS:
 
         QCOMPARE(
             running(tree), QStringList({QString(), QString(QChar(0)) + u"/../.."_s, u"a\nb"_s, u"\uFFFD\uFFFD"_s}));
+        // A name that is no text is beyond what tidies up after the test.
+        fs::remove_all(slice);
     }
 
     void aHugeTreeIsReadInPart()
     {
         const ControlGroupTree tree;
         const auto slice = tree.manager() + u"/app.slice"_s;
-        QString deep = slice;
-        for (int level = 0; level < 60; ++level)
-            deep += u"/app-x.slice"_s;
-        ControlGroupTree::write(deep + u"/app-deep-1.scope/cgroup.events"_s, "populated 1\n");
-        for (int number = 0; number < 25'000; ++number)
-            QVERIFY(QDir().mkdir(slice + u"/app-many-%1.scope"_s.arg(number)));
-        const SystemClock clock;
+        for (int number = 0; number < 2'100; ++number)
+            ControlGroupTree::write(slice + u"/app-many-%1.scope/cgroup.events"_s.arg(number), "populated 1\n");
 
-        const auto start = clock.now();
-        QCOMPARE(running(tree), QStringList());
+        QCOMPARE(running(tree).size(), 2'000);
+    }
 
-        QVERIFY(clock.now() - start < 5s);
+    void aDeepTreeIsReadInPart()
+    {
+        const ControlGroupTree tree;
+        auto slice = u"app.slice"_s;
+        for (int level = 1; level <= 60; ++level) {
+            slice += u"/app-x.slice"_s;
+            tree.add(slice + u"/app-level-1.scope"_s);
+        }
+
+        QCOMPARE(running(tree).size(), 8);
     }
 };
 
