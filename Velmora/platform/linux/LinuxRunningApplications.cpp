@@ -83,7 +83,9 @@ bool resembles(const DesktopEntries::Application& application, const X11Windows:
 
 LinuxRunningApplications::LinuxRunningApplications(
     const QProcessEnvironment& environment, const QStringList& applicationFolders, ApplicationUnits units)
-    : m_isWaylandSession(isWaylandSession(environment))
+    // flatpak-run(1) sets it.
+    : m_isInFlatpak(environment.contains(u"FLATPAK_ID"_s))
+    , m_isWaylandSession(isWaylandSession(environment))
     , m_locale(localeName(environment, LocaleCategory::messages))
     , m_units(std::move(units))
     , m_entries(applicationFolders)
@@ -92,6 +94,8 @@ LinuxRunningApplications::LinuxRunningApplications(
 
 std::vector<RunningApplication> LinuxRunningApplications::list() const
 {
+    if (m_isInFlatpak)
+        return {};
     m_entries.refresh();
     std::vector<RunningApplication> applications;
     QSet<QString> seen;

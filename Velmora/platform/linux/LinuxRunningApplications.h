@@ -16,7 +16,8 @@ namespace orvella {
 /// helpers and this program have none.
 ///
 /// Of a Wayland session only the units are known: the windows that X11 knows there are only those of older programs,
-/// which would be a wrong list. Where there are no units either, as in many small sessions, the list is empty.
+/// which would be a wrong list. Where there are no units either, as in many small sessions, the list is empty. So it is
+/// in a Flatpak, which sees neither the units nor the desktop entries of the session.
 class LinuxRunningApplications final : public RunningApplications {
 public:
     /// `applicationFolders` are the folders with the desktop entries of installed applications.
@@ -33,6 +34,7 @@ private:
         const X11Windows::Window& window, const std::vector<const Application*>& ofUnits) const;
     [[nodiscard]] RunningApplication described(const Application& application) const;
 
+    bool m_isInFlatpak;
     bool m_isWaylandSession;
     QString m_locale;
     ApplicationUnits m_units;

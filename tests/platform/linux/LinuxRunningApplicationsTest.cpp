@@ -266,6 +266,15 @@ private Q_SLOTS:
         QCOMPARE(listed(wayland), QStringList {u"org.example.Paint|Malen"_s});
     }
 
+    void inAFlatpakTheListIsEmpty()
+    {
+        const PlainWindow window({"main", "Sketcher", {}, {}});
+        QTRY_COMPARE(listed(applications()).size(), 1);
+        m_units->add(u"app.slice/app-org.example.Paint-12.scope"_s);
+
+        QCOMPARE(listed(applications(environment(u"FLATPAK_ID"_s, u"io.orvella.Orvella"_s))), QStringList());
+    }
+
     void withoutAnX11DisplayTheListIsEmpty()
     {
         QProcess child;
