@@ -2,8 +2,8 @@
 
 #include "base/Clock.h"
 #include "support/FakeServices.h"
+#include "support/InhibitorAnswers.h"
 
-#include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QTest>
@@ -11,6 +11,7 @@
 #include <memory>
 
 using namespace orvella;
+using namespace orvella::InhibitorAnswers;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
@@ -35,45 +36,6 @@ struct GnomeInhibitor {
     QString why;
 };
 
-struct PlasmaInhibition {
-    QString who;
-    QString why;
-};
-
-struct LoginInhibitor {
-    QString what;
-    QString who;
-    QString why;
-    QString mode = u"block"_s;
-    uint user = kUser;
-    uint process = 1;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const PlasmaInhibition& inhibition)
-{
-    argument.beginStructure();
-    argument << inhibition.who << inhibition.why;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument& operator<<(QDBusArgument& argument, const LoginInhibitor& inhibitor)
-{
-    argument.beginStructure();
-    argument << inhibitor.what << inhibitor.who << inhibitor.why << inhibitor.mode << inhibitor.user
-             << inhibitor.process;
-    argument.endStructure();
-    return argument;
-}
-
-// Nothing reads them here, but their registration needs it.
-template <class Type>
-const QDBusArgument& operator>>(const QDBusArgument& argument, Type& /*value*/)
-    requires std::is_same_v<Type, PlasmaInhibition> || std::is_same_v<Type, LoginInhibitor>
-{
-    return argument;
-}
-
 const LoginInhibitor kVideo {u"idle"_s, u"mpv"_s, u"Playing video"_s};
 const LoginInhibitor kNetwork {
     u"sleep"_s, u"NetworkManager"_s, u"NetworkManager needs to turn off networks"_s, u"delay"_s, 0};
@@ -85,14 +47,7 @@ class IdleInhibitorsTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qDBusRegisterMetaType<PlasmaInhibition>();
-        qDBusRegisterMetaType<QList<PlasmaInhibition>>();
-        qDBusRegisterMetaType<LoginInhibitor>();
-        qDBusRegisterMetaType<QList<LoginInhibitor>>();
-        qDBusRegisterMetaType<QList<QStringList>>();
-    }
+    void initTestCase() { InhibitorAnswers::registerTypes(); }
 
     void init() { m_services = std::make_unique<FakeServices>(); }
 
