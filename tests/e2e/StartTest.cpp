@@ -3,6 +3,7 @@
 #include "support/VisibleWindows.h"
 
 #include "base/ApplicationId.h"
+#include "platform/linux/DesktopEntry.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -182,6 +183,23 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(program.windows(), windows, kPatienceMs);
         QTest::qWait(kPauseMs);
         QCOMPARE(program.windows(), windows);
+    }
+
+    void itsWindowsAreTheDesktopEntrys()
+    {
+        const auto entry =
+            DesktopEntry::read(QStringLiteral(ORVELLA_SOURCE_DIR "/packaging/linux/io.orvella.Orvella.desktop"));
+        QVERIFY(entry);
+        ProgramProcess program(options());
+        QTRY_COMPARE_WITH_TIMEOUT(visibleWindowsOf(program.id()), 1, kPatienceMs);
+
+        QProcess search;
+        search.start(u"xdotool"_s,
+            {u"search"_s, u"--onlyvisible"_s, u"--all"_s, u"--pid"_s, QString::number(program.id()), u"--class"_s,
+                u'^' + entry->string(u"StartupWMClass"_s).value_or(u"none"_s) + u'$'});
+        QVERIFY(search.waitForFinished());
+
+        QCOMPARE(search.readAllStandardOutput().count('\n'), 1);
     }
 
     void theFirstRunRegistersTheLoginItemOnce()
