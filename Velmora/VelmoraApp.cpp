@@ -20,6 +20,7 @@ namespace orvella {
 
 namespace {
 
+constexpr int kNoDisplayError = 1;
 constexpr int kUsageError = 2;
 
 void print(std::FILE* stream, const QString& text)
@@ -36,6 +37,11 @@ QStringList arguments(int argc, char** argv)
     return texts;
 }
 
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 /// After the application object.
 void describeApplication()
 {
@@ -50,6 +56,11 @@ void describeApplication()
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
+    // Qt would end the program with a core dump.
+    if (!hasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        print(stderr, QStringLiteral("orvella: There is no display to show anything on.\n"));
+        return kNoDisplayError;
+    }
     TerminationSignals::endAtOnce();
     SystemPlatform::prepareProcess();
     // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
@@ -85,9 +96,8 @@ int diagnose(int argc, char** argv, const CommandLine& commandLine)
 {
     SystemPlatform::prepareProcess();
     // The fault may be that there is no display, or none that lets the program in.
-    const auto hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     const auto chosen = qgetenv("QT_QPA_PLATFORM");
-    const auto first = chosen.isEmpty() && hasDisplay ? QByteArray("xcb;wayland") : chosen;
+    const auto first = chosen.isEmpty() && hasDisplay() ? QByteArray("xcb;wayland") : chosen;
     qputenv("QT_QPA_PLATFORM", first.isEmpty() ? QByteArray("offscreen") : first + ";offscreen");
     const QApplication application(argc, argv);
     describeApplication();

@@ -65,6 +65,14 @@ private Q_SLOTS:
         QVERIFY(outcome.errors.contains(u"colour"_s));
     }
 
+    void withoutADisplayThereIsASentenceAndNoCoreDump()
+    {
+        const Outcome outcome({});
+
+        QCOMPARE(outcome.exitCode, 1);
+        QCOMPARE(outcome.errors, u"orvella: There is no display to show anything on.\n"_s);
+    }
+
     void aTerminatedProgramEndsInOrderAndLeavesEverythingInItsProfile()
     {
         const QTemporaryDir profile;
