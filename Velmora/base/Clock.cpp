@@ -13,12 +13,22 @@ namespace orvella {
 
 namespace {
 
-// The time since boot, suspended time included. Where it has no clock of its own, the monotonic one counts suspension.
+// The time since boot, suspended time included, and without it. Where there is no clock of the first kind, the
+// monotonic one counts suspension.
 #ifdef CLOCK_BOOTTIME
 constexpr clockid_t kElapsedTime = CLOCK_BOOTTIME;
+constexpr clockid_t kAwakeTime = CLOCK_MONOTONIC;
 #else
 constexpr clockid_t kElapsedTime = CLOCK_MONOTONIC;
+constexpr clockid_t kAwakeTime = CLOCK_UPTIME_RAW;
 #endif
+
+Clock::duration elapsed(clockid_t clock)
+{
+    timespec time {};
+    clock_gettime(clock, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
 
 // Coarse timers may elapse up to 5 % early, and a second of an ad must not be short.
 constexpr auto kLongestPreciseTimer = std::chrono::minutes(1);
@@ -146,9 +156,13 @@ SystemClock::~SystemClock() = default;
 
 Clock::time_point SystemClock::now() const
 {
-    timespec elapsed {};
-    clock_gettime(kElapsedTime, &elapsed);
-    return time_point(std::chrono::seconds(elapsed.tv_sec) + std::chrono::nanoseconds(elapsed.tv_nsec));
+    return time_point(elapsed(kElapsedTime));
+}
+
+Clock::duration SystemClock::suspended() const
+{
+    const auto awake = elapsed(kAwakeTime);
+    return elapsed(kElapsedTime) - awake;
 }
 
 Clock::TimerId SystemClock::startTimer(duration pause, std::function<void()> elapsed)

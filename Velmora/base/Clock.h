@@ -28,6 +28,8 @@ public:
     virtual ~Clock() = default;
 
     [[nodiscard]] virtual time_point now() const = 0;
+    /// How much of that time the machine has been suspended in all.
+    [[nodiscard]] virtual duration suspended() const = 0;
 
     /// Calls `elapsed` once from the main loop, `pause` or a little more from now. Time in which the machine is
     /// suspended does not count.
@@ -77,6 +79,7 @@ public:
     ~SystemClock() override;
 
     [[nodiscard]] time_point now() const override;
+    [[nodiscard]] duration suspended() const override;
     TimerId startTimer(duration pause, std::function<void()> elapsed) override;
     TimerId startAlarm(duration pause, std::function<void()> elapsed) override;
     void stopTimer(TimerId timer) override;

@@ -15,6 +15,7 @@ namespace {
 // A signal handler can reach nothing but what is there for the whole process, and may use no more of it than this.
 std::atomic<int> wakeUpEnd {-1};
 static_assert(std::atomic<int>::is_always_lock_free);
+std::atomic_flag hasAlarm;
 
 constexpr auto kSignals = {SIGTERM, SIGINT, SIGHUP};
 constexpr unsigned kPatienceSeconds = 1;
@@ -26,8 +27,9 @@ extern "C" void leave(int)
 
 extern "C" void wakeUp(int)
 {
-    // Whatever holds the main loop up, or the end of the program after it.
-    alarm(kPatienceSeconds);
+    // Whatever holds the main loop up, or the end of the program after it. A later signal does not put it off.
+    if (!hasAlarm.test_and_set())
+        alarm(kPatienceSeconds);
     const int formerError = errno;
     const char anything = 0;
     // It does not wait: a full pipe has already woken the main loop.
@@ -71,6 +73,7 @@ TerminationSignals::TerminationSignals()
         fcntl(end, F_SETFD, FD_CLOEXEC);
         fcntl(end, F_SETFL, O_NONBLOCK);
     }
+    hasAlarm.clear();
     m_readEnd = ends[0];
     m_writeEnd = ends[1];
     wakeUpEnd = m_writeEnd;

@@ -18,10 +18,10 @@ constexpr qint64 kShortestPollSeconds = 60;
 constexpr qint64 kLongestPollSeconds = 900;
 /// How long a poll loop without its state waits.
 constexpr auto kOrphanInterval = 300s;
-/// A poll that is later than this was due while the machine was suspended.
-constexpr auto kLate = 5s;
-/// How long the network takes to come back after that.
+/// How long the network takes to come back after a suspension.
 constexpr auto kNetworkReturn = 10s;
+/// The clocks are read one after the other, so a difference of less is none.
+constexpr auto kShortestSuspension = 1s;
 
 constexpr QLatin1String kDidConfigureLaunchAtLogin {"didConfigureLaunchAtLogin"};
 
@@ -118,11 +118,12 @@ QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_to
         if (stop.stop_requested())
             co_return;
         const auto pause = self ? std::chrono::seconds(self->m_pollSeconds) : kOrphanInterval;
-        const auto due = clock.now() + pause;
+        const auto suspended = clock.suspended();
         co_await clock.sleepThroughSuspension(pause, stop);
         if (stop.stop_requested())
             co_return;
-        if (clock.now() - due > kLate)
+        // It may have woken just now, or a while ago: nobody tells when.
+        if (clock.suspended() - suspended >= kShortestSuspension)
             co_await clock.sleep(kNetworkReturn, stop);
     }
 }
@@ -290,6 +291,12 @@ void AppState::setLaunchAtLogin(bool enabled)
     noteLoginItem(enabled ? m_platform.loginItem.registerItem() : m_platform.loginItem.unregisterItem());
 }
 
+void AppState::refreshLaunchAtLogin()
+{
+    if (const auto isEnabled = isLoginItemEnabled(); isEnabled != launchAtLogin())
+        launchAtLogin = isEnabled;
+}
+
 void AppState::loginItemAnswered(const Result<void>& answer)
 {
     if (m_hasViewerAskedForLoginItem)
@@ -312,8 +319,10 @@ void AppState::registerLoginItemOnFirstRun()
 {
     if (m_platform.settings.boolean(kDidConfigureLaunchAtLogin).value_or(false))
         return;
-    // Deliberate: once ever, successful or not; a viewer who takes the item away has the last word.
-    static_cast<void>(m_platform.loginItem.registerItem());
+    // Deliberate: once ever, successful or not; a viewer who takes the item away, or has switched it off, has the last
+    // word.
+    if (m_platform.loginItem.status() != LoginItem::Status::requiresApproval)
+        static_cast<void>(m_platform.loginItem.registerItem());
     m_platform.settings.setBoolean(kDidConfigureLaunchAtLogin, true);
 }
 

@@ -88,6 +88,8 @@ public:
     /// Sends the settings as they are when the request is made.
     QCoro::Task<> sendPreferences();
     void setLaunchAtLogin(bool enabled);
+    /// Asks the system again: the viewer may have used the desktop's own tools.
+    void refreshLaunchAtLogin();
 
 private:
     static QCoro::Task<> poll(QPointer<AppState> self, Clock& clock, std::stop_token stop);

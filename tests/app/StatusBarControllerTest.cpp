@@ -303,6 +303,19 @@ private Q_SLOTS:
         QCOMPARE(world.transport.requests(endpoints::kSessionStart).front().body.at(u"anonymousMode"_s), Json(false));
     }
 
+    void theMenuShowsWhatBecameOfTheLoginItemElsewhere()
+    {
+        World world;
+        world.start();
+        QVERIFY(world.controller->state().launchAtLogin());
+
+        world.platform.loginItem.current = LoginItem::Status::requiresApproval;
+        world.click();
+
+        QVERIFY(menu());
+        QVERIFY(!world.controller->state().launchAtLogin());
+    }
+
     void aSecondClickClosesTheMenu()
     {
         World world;

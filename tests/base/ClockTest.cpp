@@ -122,6 +122,17 @@ private Q_SLOTS:
         QCOMPARE(wakings, 1);
     }
 
+    void aMachineThatDoesNotSleepIsNotSuspendedFurther()
+    {
+        SystemClock clock;
+        const auto before = clock.suspended();
+        QVERIFY(before >= -1ms);
+
+        QTest::qWait(50);
+
+        QVERIFY(clock.suspended() - before < 10ms);
+    }
+
     void aRealSleepThroughSuspensionIsNeverShort()
     {
         SystemClock clock;

@@ -182,6 +182,21 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 5000);
     }
 
+    void aSecondSignalDoesNotPutTheEndOff()
+    {
+        Child child(u"busy"_s);
+        QVERIFY(child.isWaiting());
+        QElapsedTimer timer;
+        timer.start();
+
+        child.send(SIGHUP);
+        QVERIFY(child.isRunningAfter(800));
+        child.send(SIGTERM);
+
+        QVERIFY(child.endsWithCodeZero());
+        QVERIFY2(timer.elapsed() < 1600, QByteArray::number(timer.elapsed()));
+    }
+
     void theFormerHandlersComeBack()
     {
         auto* const atStart = std::signal(SIGTERM, ownHandler);

@@ -117,6 +117,33 @@ private Q_SLOTS:
         QCOMPARE(platform.settings.boolean(u"didConfigureLaunchAtLogin"_s), true);
     }
 
+    void theFirstRunLeavesALoginItemAloneThatTheUserHasSwitchedOff()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        platform.loginItem.current = LoginItem::Status::requiresApproval;
+
+        const AppState state(platform.lend(), transport);
+
+        QCOMPARE(platform.loginItem.registrations, 0);
+        QVERIFY(!state.launchAtLogin());
+        QCOMPARE(platform.settings.boolean(u"didConfigureLaunchAtLogin"_s), true);
+    }
+
+    void launchAtLoginIsReadAgainWhenAskedTo()
+    {
+        FakePlatform platform;
+        FakeTransport transport;
+        AppState state(platform.lend(), transport);
+        QVERIFY(state.launchAtLogin());
+
+        platform.loginItem.current = LoginItem::Status::requiresApproval;
+        QVERIFY(state.launchAtLogin());
+        state.refreshLaunchAtLogin();
+
+        QVERIFY(!state.launchAtLogin());
+    }
+
     void laterRunsDoNotRegisterALoginItemThatTheUserRemoved()
     {
         FakePlatform platform;

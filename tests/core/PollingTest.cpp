@@ -107,17 +107,38 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
     }
 
-    void aPollThatIsNotDueYetIsNotChangedByASuspension()
+    void aPollThatBecomesDueAfterWakingGivesTheNetworkItsTimeToo_data()
     {
+        QTest::addColumn<int>("awakeSeconds");
+        QTest::newRow("at once") << 0;
+        QTest::newRow("after a moment") << 3;
+        QTest::newRow("long after") << 100;
+    }
+
+    void aPollThatBecomesDueAfterWakingGivesTheNetworkItsTimeToo()
+    {
+        QFETCH(const int, awakeSeconds);
         World world;
         world.state->startPolling();
         settle();
 
-        world.platform.clock.suspend(200s);
-        world.platform.clock.advance(99s);
+        world.platform.clock.suspend(300s - std::chrono::seconds(awakeSeconds));
+        world.platform.clock.advance(std::chrono::seconds(awakeSeconds) + 10s - 1ns);
         QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 1);
 
-        world.platform.clock.advance(1s);
+        world.platform.clock.advance(1ns);
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
+    }
+
+    void withoutASuspensionAPollIsNeverLate()
+    {
+        World world;
+        world.platform.clock.suspend(8h);
+        world.state->startPolling();
+        settle();
+
+        world.platform.clock.advance(300s);
+
         QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
     }
 

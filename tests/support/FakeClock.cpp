@@ -51,6 +51,7 @@ void FakeClock::suspend(duration pause)
     }
     m_timers = std::move(timers);
     m_now += pause;
+    m_suspended += pause;
     advance(duration::zero());
 }
 

@@ -12,6 +12,8 @@ class FakeClock final : public Clock {
 public:
     [[nodiscard]] time_point now() const override { return m_now; }
 
+    [[nodiscard]] duration suspended() const override { return m_suspended; }
+
     TimerId startTimer(duration pause, std::function<void()> elapsed) override;
     TimerId startAlarm(duration pause, std::function<void()> elapsed) override;
     void stopTimer(TimerId timer) override;
@@ -51,6 +53,7 @@ private:
     TimerId start(duration pause, Timer timer);
 
     time_point m_now {std::chrono::hours(1)};
+    duration m_suspended {};
     qint64 m_lastId = 0;
     std::map<Due, Timer> m_timers;
 };
