@@ -84,9 +84,9 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     return QApplication::exec();
 }
 
-QCoro::Task<> printDiagnosis(Platform platform)
+QCoro::Task<> printDiagnosis(Platform platform, bool isAnyRunning)
 {
-    const auto text = co_await Diagnosis::text(platform, nullptr);
+    const auto text = co_await Diagnosis::ofOther(platform, isAnyRunning);
     print(stdout, text);
     QCoreApplication::exit();
 }
@@ -102,11 +102,12 @@ int diagnose(int argc, char** argv, const CommandLine& commandLine)
     const QApplication application(argc, argv);
     describeApplication();
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
-    if (const auto report = platform.instance().runningReport()) {
-        print(stdout, *report);
+    const auto running = platform.instance().running();
+    if (running.report) {
+        print(stdout, *running.report);
         return 0;
     }
-    QMetaObject::invokeMethod(qApp, [&platform] { printDiagnosis(platform.lend()); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, [&] { printDiagnosis(platform.lend(), running.isThere); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 

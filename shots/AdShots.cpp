@@ -56,7 +56,8 @@ Shot shot(const Scene& scene, DesktopLook::Scheme scheme)
         world.platform.statusItem.placed = QRect(kItem, barTop, 1, Page::kBarHeight);
 
     auto& state = world.start();
-    AdWindowController panel(*world.look, ad, state.api(), true, world.platform.lend(), {[] {}, [](auto) {}});
+    AdWindowController panel(
+        *world.look, ad, state.api(), true, world.platform.lend(), {[] {}, [](auto) {}, [](const Failure&) {}});
     panel.show(Popover::Keyboard::left);
     world.platform.clock.advance(std::chrono::seconds(scene.watched));
     panel.viewing().showDisclosure = scene.showsDisclosure;

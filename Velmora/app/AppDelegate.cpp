@@ -15,12 +15,14 @@ void AppDelegate::applicationDidFinishLaunching()
     StatusBarController::prepareStatusItemPlacement(m_platform);
     m_controller = std::make_unique<StatusBarController>(m_platform, m_transport);
     m_errors = std::make_unique<RecentErrors>(m_controller->state(), m_platform.clock);
+    QObject::connect(m_controller.get(), &StatusBarController::adFailed, m_errors.get(),
+        [this](const Failure& failure) { m_errors->note(failure.description); });
     m_controller->showLaunchWindowIfNeeded();
 }
 
 QCoro::Task<QString> AppDelegate::diagnosis() const
 {
-    return Diagnosis::text(m_platform, m_errors.get());
+    return Diagnosis::ofRunning(m_platform, *m_errors);
 }
 
 bool AppDelegate::applicationShouldHandleReopen()

@@ -21,7 +21,7 @@ public:
     /// Does what a later start, or a choice in a launcher, asks for. Nothing before the launch.
     void perform(Instance::Request request);
 
-    /// What the report of a fault needs, with the errors of this run.
+    /// What the report of a fault needs, with the errors of this run. After the launch.
     QCoro::Task<QString> diagnosis() const;
 
     /// Nothing before the launch.

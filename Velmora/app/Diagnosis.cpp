@@ -6,7 +6,6 @@
 #include "platform/ForegroundFacts.h"
 #include "platform/LoginItem.h"
 #include "platform/SettingsStore.h"
-#include "platform/SystemReport.h"
 
 namespace orvella {
 
@@ -95,6 +94,20 @@ void append(Facts& facts, Facts more)
     facts.insert(facts.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
+Facts factsOf(const Platform& platform, const QString& running)
+{
+    Facts facts {{u"Orvella"_s, QString(kVersion)}, {u"running"_s, running}};
+    append(facts, platform.report.facts());
+    const auto& settings = platform.settings;
+    const auto isElsewhere = settings.contains(u"apiBaseURL"_s);
+    facts.push_back(
+        {u"service"_s, isElsewhere ? u"another one, by the setting apiBaseURL"_s : u"the production one"_s});
+    facts.push_back({u"start at login"_s, loginItem(platform.loginItem.status())});
+    facts.push_back({u"open ads by themselves"_s, answer(settings.boolean(u"autoOpenAds"_s).value_or(false))});
+    append(facts, guardFacts(platform.foreground));
+    return facts;
+}
+
 QString lines(const Facts& facts)
 {
     QString text;
@@ -105,21 +118,21 @@ QString lines(const Facts& facts)
 
 } // namespace
 
-QCoro::Task<QString> Diagnosis::text(Platform platform, const RecentErrors* errors)
+QCoro::Task<QString> Diagnosis::ofRunning(Platform platform, const RecentErrors& errors)
+{
+    auto facts = factsOf(platform, u"yes"_s);
+    append(facts, errorFacts(errors, platform.clock.now()));
+    return withKeyring(platform, std::move(facts));
+}
+
+QCoro::Task<QString> Diagnosis::ofOther(Platform platform, bool isAnyRunning)
+{
+    return withKeyring(platform, factsOf(platform, isAnyRunning ? u"yes, but it does not answer"_s : u"no"_s));
+}
+
+QCoro::Task<QString> Diagnosis::withKeyring(Platform platform, Facts facts)
 {
     const Keychain keychain(platform.secrets);
-    Facts facts {{u"Orvella"_s, QString(kVersion)}, {u"running"_s, answer(errors != nullptr)}};
-    append(facts, platform.report.facts());
-    const auto& settings = platform.settings;
-    const auto isElsewhere = settings.contains(u"apiBaseURL"_s);
-    facts.push_back(
-        {u"service"_s, isElsewhere ? u"another one, by the setting apiBaseURL"_s : u"the production one"_s});
-    facts.push_back({u"start at login"_s, loginItem(platform.loginItem.status())});
-    facts.push_back({u"open ads by themselves"_s, answer(settings.boolean(u"autoOpenAds"_s).value_or(false))});
-    append(facts, guardFacts(platform.foreground));
-    // Before the keyring is waited for: the errors may be gone by then.
-    if (errors != nullptr)
-        append(facts, errorFacts(*errors, platform.clock.now()));
     const auto found = co_await keychain.lookForToken();
     facts.push_back({u"keyring"_s, keyring(found)});
     co_return lines(facts);

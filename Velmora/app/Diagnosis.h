@@ -2,6 +2,7 @@
 
 #include "core/Keychain.h"
 #include "platform/Platform.h"
+#include "platform/SystemReport.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -19,8 +20,14 @@ class Diagnosis final {
 public:
     Diagnosis() = delete;
 
-    /// One fact on each line. `errors` are those of the running program; nothing where none is running.
-    static QCoro::Task<QString> text(Platform platform, const RecentErrors* errors);
+    /// One fact on each line, told by the running program. The errors are needed until this returns only.
+    static QCoro::Task<QString> ofRunning(Platform platform, const RecentErrors& errors);
+
+    /// Told by another one: where none runs, or the one that runs does not answer.
+    static QCoro::Task<QString> ofOther(Platform platform, bool isAnyRunning);
+
+private:
+    static QCoro::Task<QString> withKeyring(Platform platform, std::vector<SystemReport::Fact> facts);
 };
 
 } // namespace orvella

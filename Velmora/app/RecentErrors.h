@@ -6,7 +6,7 @@
 
 namespace orvella {
 
-/// The last failures that the state told of in this run, for the report of a fault.
+/// The last failures of this run, for the report of a fault: those that the state told of, and those of ads.
 class RecentErrors final : public QObject {
     Q_OBJECT
 
@@ -26,9 +26,9 @@ public:
     /// The oldest first.
     [[nodiscard]] const std::deque<Entry>& entries() const { return m_entries; }
 
-private:
     void note(const QString& description);
 
+private:
     const Clock& m_clock;
     std::deque<Entry> m_entries;
 };

@@ -112,6 +112,7 @@ void StatusBarController::showAd(const AvailableAd& ad, Popover::Keyboard keyboa
                     QMetaObject::invokeMethod(
                         this, [this, ad, earnedCents] { adFinished(ad, earnedCents); }, Qt::QueuedConnection);
                 },
+            .onFailed = [this](const Failure& failure) { Q_EMIT adFailed(failure); },
         });
     m_adPopover->show(keyboard);
 }
@@ -173,6 +174,7 @@ void StatusBarController::availableAdChanged(const std::optional<AvailableAd>& a
 
 void StatusBarController::showMenuPopover()
 {
+    m_state.refreshLaunchAtLogin();
     m_popover.open(Popover::Keyboard::taken);
 }
 

@@ -42,6 +42,10 @@ public:
     /// Brings the startup window to the front.
     void showLaunchWindow();
 
+Q_SIGNALS:
+    /// The viewing of an ad failed. Nothing of it is shown.
+    void adFailed(const Failure& failure);
+
 private:
     [[nodiscard]] bool isAdShown() const;
     void availableAdChanged(const std::optional<AvailableAd>& ad);

@@ -35,9 +35,14 @@ public:
 
     /// Makes the report of a fault for whom the viewer starts to get one.
     virtual void offerReport(std::function<QCoro::Task<QString>()> report) = 0;
-    /// The report of the program that runs, while this one does not. Nothing where none runs, or it does not answer
-    /// within 15 seconds.
-    [[nodiscard]] virtual std::optional<QString> runningReport() const = 0;
+    struct Running {
+        bool isThere = false;
+        /// Nothing where it does not answer within 15 seconds, or has none to give.
+        std::optional<QString> report;
+    };
+
+    /// The program that runs, while this one does not.
+    [[nodiscard]] virtual Running running() const = 0;
 };
 
 } // namespace orvella

@@ -60,7 +60,7 @@ private Q_SLOTS:
         platform.secrets.put(Keychain::kService, "token");
         platform.settings.values.insert_or_assign(u"apiBaseURL"_s, u"http://127.0.0.1:8787"_s);
         AppState state(platform.lend(), transport);
-        AdViewing viewing(anAd(), state.api(), true, platform.clock, platform.browser, {[] {}, [] {}, [] {}, {}});
+        AdViewing viewing(anAd(), state.api(), true, platform.clock, platform.browser, {[] {}, [] {}, [] {}, {}, {}});
         viewing.start();
         settle();
         transport.forgetRequests();

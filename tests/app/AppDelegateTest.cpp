@@ -3,6 +3,7 @@
 #include "api/Endpoints.h"
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
+#include "support/Outcome.h"
 #include "support/Samples.h"
 
 #include <QAbstractButton>
@@ -196,6 +197,20 @@ private Q_SLOTS:
         QVERIFY(!isShown(u"menuPanel"_s));
         QCOMPARE(world.platform.windows.activated.size(), 2U);
         QCOMPARE(world.platform.windows.activated.front(), world.platform.windows.activated.back());
+    }
+
+    void anAdThatFailsIsInTheReport()
+    {
+        World world;
+        world.launch();
+        world.transport.fail(endpoints::kSessionStart, u"No network for the ad."_s);
+
+        world.delegate->controller()->showAd(anAd(), Popover::Keyboard::left);
+        settle();
+
+        const Outcome<QString> report(world.delegate->diagnosis());
+        QVERIFY(report.isThere());
+        QVERIFY2((*report).contains(u": No network for the ad.\n"_s), qUtf8Printable(*report));
     }
 
     void aReopenShowsTheWindowThatTheSettingHides()

@@ -13,13 +13,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using Finding = SecretStore::Finding;
+
 struct World {
     FakePlatform platform;
     FakeTransport transport;
+    bool isAnyRunning = false;
 
     [[nodiscard]] QString text(const RecentErrors* errors = nullptr)
     {
-        const auto outcome = Outcome<QString>(Diagnosis::text(platform.lend(), errors));
+        const auto outcome = Outcome<QString>(errors != nullptr ? Diagnosis::ofRunning(platform.lend(), *errors)
+                                                                : Diagnosis::ofOther(platform.lend(), isAnyRunning));
         settle();
         if (!outcome.isThere())
             qFatal("The diagnosis still waits.");
@@ -60,16 +64,36 @@ private Q_SLOTS:
         QCOMPARE(world.value(u"proxies"_s), u"none"_s);
     }
 
+    void theKeyringsAnswersAreToldApart_data()
+    {
+        QTest::addColumn<Finding>("finding");
+        QTest::addColumn<QString>("told");
+
+        QTest::newRow("an item") << Finding::item << u"has the device's token"_s;
+        QTest::newRow("no item") << Finding::noItem << u"has no token"_s;
+        QTest::newRow("locked") << Finding::locked << u"is locked"_s;
+        QTest::newRow("refused") << Finding::refused << u"is locked, and the viewer did not want to unlock it"_s;
+        QTest::newRow("absent") << Finding::absent << u"does not answer, or there is none"_s;
+    }
+
     void theKeyringsAnswersAreToldApart()
     {
+        QFETCH(const Finding, finding);
+        QFETCH(const QString, told);
         World world;
+        world.platform.secrets.finding = finding;
+
+        QCOMPARE(world.value(u"keyring"_s), told);
+    }
+
+    void theCurrentTokenIsLookedFor()
+    {
+        World world;
+        world.platform.secrets.put(u"quillon.device-token"_s, "token-1");
         QCOMPARE(world.value(u"keyring"_s), u"has no token"_s);
 
         world.platform.secrets.put(u"orvella.device-token"_s, "token-1");
         QCOMPARE(world.value(u"keyring"_s), u"has the device's token"_s);
-
-        world.platform.secrets.isLocked = true;
-        QCOMPARE(world.value(u"keyring"_s), u"is locked"_s);
     }
 
     void theFactsOfTheGuardAndItsVerdictAreThere()
@@ -148,6 +172,15 @@ private Q_SLOTS:
         World world;
 
         QCOMPARE(world.value(u"running"_s), u"no"_s);
+        QVERIFY(!world.text().contains(u"error"_s));
+    }
+
+    void aProgramThatRunsAndDoesNotAnswerIsToldFrom()
+    {
+        World world;
+        world.isAnyRunning = true;
+
+        QCOMPARE(world.value(u"running"_s), u"yes, but it does not answer"_s);
         QVERIFY(!world.text().contains(u"error"_s));
     }
 

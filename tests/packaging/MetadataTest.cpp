@@ -67,6 +67,16 @@ private Q_SLOTS:
             QString());
     }
 
+    void theMetainfoRatesTheAdsAndShowsTheProgram()
+    {
+        const auto metainfo = contentOf(packaging(u"linux/io.orvella.Orvella.metainfo.xml"_s));
+
+        QCOMPARE(found(metainfo, u"<content_rating type=\"([^\"]+)\""_s), u"oars-1.1"_s);
+        QCOMPARE(found(metainfo, u"<content_attribute id=\"money-advertising\">([^<]+)<"_s), u"intense"_s);
+        QVERIFY(found(metainfo, u"<screenshot type=\"default\">\\s*<caption>[^<]+</caption>\\s*<image>([^<]+)<"_s)
+                .startsWith(u"https://"_s));
+    }
+
     void theVersionIsTheSameEverywhere_data()
     {
         QTest::addColumn<QString>("file");
@@ -128,6 +138,8 @@ private Q_SLOTS:
                  "share/metainfo/io.orvella.Orvella.metainfo.xml",
              })
             QVERIFY2(QFile::exists(prefix.filePath(QString::fromLatin1(file))), file);
+        const QDir libraries(prefix.filePath(QStringLiteral(ORVELLA_LIBRARIES)));
+        QCOMPARE(libraries.entryList(QDir::Files), QStringList {u"orvella-updater.so"_s});
         const auto service = contentOf(prefix.filePath(u"share/dbus-1/services/io.orvella.Orvella.service"_s));
         QVERIFY(found(service, u"^Exec=(.*)$"_s).startsWith(u'/'));
         QVERIFY(!service.contains(u'@'));

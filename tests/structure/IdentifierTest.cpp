@@ -2,6 +2,7 @@
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusApplicationAdaptor.h"
 #include "platform/linux/DBusInstance.h"
+#include "platform/linux/DBusReportAdaptor.h"
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/SymbolicIcon.h"
 
@@ -66,6 +67,11 @@ private Q_SLOTS:
         static const QRegularExpression form(u"^[a-z]+(\\.[a-z][a-z0-9]*)+\\.[A-Z][A-Za-z0-9]*$"_s);
 
         QVERIFY(form.match(kId).hasMatch());
+    }
+
+    void itBeginsTheNameOfTheProgramsOwnInterface()
+    {
+        QCOMPARE(DBusReportAdaptor::interfaceName(), kId + u".Report"_s);
     }
 
     void itIsTheNameOnTheSessionBusAndOfTheObjectThere()

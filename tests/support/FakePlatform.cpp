@@ -87,6 +87,8 @@ QCoro::Task<std::optional<Secret>> FakeSecrets::read(QString service, QString ac
 
 QCoro::Task<SecretStore::Finding> FakeSecrets::look(QString service, QString account)
 {
+    if (finding)
+        co_return *finding;
     if (isLocked)
         co_return Finding::locked;
     const auto isIt = [&](const Item& item) { return item.service == service && item.account == account; };

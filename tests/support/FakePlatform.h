@@ -54,6 +54,8 @@ public:
     [[nodiscard]] std::vector<QByteArray> items(const QString& service) const;
     void put(const QString& service, const QByteArray& value);
 
+    /// What a look finds, whatever there is.
+    std::optional<Finding> finding;
     /// While the keyring is locked every read waits for `unlock` or for the stop of its flow.
     bool isLocked = false;
     /// Whether a read waits on when its flow is stopped, as one does that is under way on another thread.

@@ -105,12 +105,14 @@ void DBusInstance::offerReport(std::function<QCoro::Task<QString>()> report)
     m_report->answerWith(std::move(report));
 }
 
-std::optional<QString> DBusInstance::runningReport() const
+Instance::Running DBusInstance::running() const
 {
-    auto call = QDBusMessage::createMethodCall(m_name, m_path, u"io.orvella.Orvella.Report"_s, u"Diagnose"_s);
+    if (!m_bus.isConnected() || !hasOwner())
+        return {};
+    auto call = QDBusMessage::createMethodCall(m_name, m_path, DBusReportAdaptor::interfaceName(), u"Diagnose"_s);
     call.setAutoStartService(false);
     const QDBusReply<QString> reply = m_bus.call(call, QDBus::Block, kReportPatienceMilliseconds);
-    return reply.isValid() ? std::optional(reply.value()) : std::nullopt;
+    return {true, reply.isValid() ? std::optional(reply.value()) : std::nullopt};
 }
 
 bool DBusInstance::requestName()

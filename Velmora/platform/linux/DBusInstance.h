@@ -46,7 +46,7 @@ public:
     void watch(std::function<void(Request)> requested) override;
 
     void offerReport(std::function<QCoro::Task<QString>()> report) override;
-    [[nodiscard]] std::optional<QString> runningReport() const override;
+    [[nodiscard]] Running running() const override;
 
     /// The name on the bus.
     [[nodiscard]] QString name() const { return m_name; }

@@ -1,5 +1,7 @@
 #include "platform/linux/DBusReportAdaptor.h"
 
+#include <QMetaClassInfo>
+
 #include <utility>
 
 namespace orvella {
@@ -10,6 +12,12 @@ DBusReportAdaptor::DBusReportAdaptor(QObject* parent, QDBusConnection bus)
     : QDBusAbstractAdaptor(parent)
     , m_bus(std::move(bus))
 {
+}
+
+QString DBusReportAdaptor::interfaceName()
+{
+    const auto& type = staticMetaObject;
+    return QString::fromLatin1(type.classInfo(type.indexOfClassInfo("D-Bus Interface")).value());
 }
 
 QString DBusReportAdaptor::Diagnose(const QDBusMessage& message)

@@ -21,6 +21,9 @@ public:
 
     DBusReportAdaptor(QObject* parent, QDBusConnection bus);
 
+    /// As the class declares it.
+    [[nodiscard]] static QString interfaceName();
+
     void answerWith(Report report) { m_report = std::move(report); }
 
 public Q_SLOTS:

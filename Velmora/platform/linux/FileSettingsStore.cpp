@@ -83,7 +83,8 @@ void FileSettingsStore::load()
     struct stat found {};
     if (::stat(QFile::encodeName(*path).constData(), &found) != 0) {
         // Only a file that is clearly absent may be made anew: another one may hold the viewer's settings.
-        m_isWritable = errno == ENOENT || errno == ENOTDIR;
+        if (errno == ENOENT || errno == ENOTDIR)
+            m_state = State::writable;
         return;
     }
     // A device must not be moved, and a pipe would block.
@@ -91,15 +92,19 @@ void FileSettingsStore::load()
         return;
     if (auto members = readObject(*path)) {
         m_values = std::move(*members);
-        m_isWritable = true;
+        m_state = State::writable;
         return;
     }
-    m_isWritable = setAside(*path);
+    m_state = State::unreadable;
 }
 
-void FileSettingsStore::write() const
+void FileSettingsStore::write()
 {
-    if (!m_isWritable)
+    if (m_state == State::unreadable) {
+        const auto path = m_file.target();
+        m_state = path && setAside(*path) ? State::writable : State::untouchable;
+    }
+    if (m_state != State::writable)
         return;
     // One line for each setting, for the people who look into the file.
     QByteArrayList lines;

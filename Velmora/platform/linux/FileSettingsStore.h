@@ -11,8 +11,9 @@ namespace orvella {
 /// The settings as a JSON object in a file, read once at construction and written, synced to the disk, at every change.
 ///
 /// What the program does not know in the file stays in it. A file that cannot be read, or is not a JSON object, is
-/// moved aside under a new name ("settings.json.unreadable-1"); where even that is refused, or where the path leads to
-/// something other than a file, nothing is written in this run. A value that could not be written counts all the same
+/// moved aside under a new name ("settings.json.unreadable-1") before the first change is written, so that a program
+/// that only reads changes nothing; where even that is refused, or where the path leads to something other than a file,
+/// nothing is written in this run. A value that could not be written counts all the same
 /// until the program ends, and goes out with the next change.
 class FileSettingsStore final : public SettingsStore {
 public:
@@ -25,12 +26,20 @@ public:
     void setInteger(const QString& key, qint64 value) override;
 
 private:
+    enum class State {
+        /// The file is ours, or clearly absent.
+        writable,
+        /// There is one that has to be moved aside first.
+        unreadable,
+        untouchable,
+    };
+
     void load();
-    void write() const;
+    void write();
 
     AtomicFile m_file;
     Json::Object m_values;
-    bool m_isWritable = false;
+    State m_state = State::untouchable;
 };
 
 } // namespace orvella

@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxRunningApplications.h"
 
 #include "base/ApplicationId.h"
+#include "platform/linux/Flatpak.h"
 #include "platform/linux/LocaleName.h"
 #include "platform/linux/X11Display.h"
 
@@ -83,8 +84,7 @@ bool resembles(const DesktopEntries::Application& application, const X11Windows:
 
 LinuxRunningApplications::LinuxRunningApplications(
     const QProcessEnvironment& environment, const QStringList& applicationFolders, ApplicationUnits units)
-    // flatpak-run(1) sets it.
-    : m_isInFlatpak(environment.contains(u"FLATPAK_ID"_s))
+    : m_isInFlatpak(isInFlatpak(environment))
     , m_isWaylandSession(isWaylandSession(environment))
     , m_locale(localeName(environment, LocaleCategory::messages))
     , m_units(std::move(units))

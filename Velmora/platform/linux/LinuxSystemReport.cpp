@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxSystemReport.h"
 
+#include "platform/linux/Flatpak.h"
 #include "platform/linux/X11Atom.h"
 #include "platform/linux/X11Display.h"
 #include "platform/linux/X11Reply.h"
@@ -54,10 +55,10 @@ bool hasXEmbedTray()
 
 } // namespace
 
-LinuxSystemReport::LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString root)
+LinuxSystemReport::LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString updater)
     : m_environment(std::move(environment))
     , m_sessionBus(std::move(sessionBus))
-    , m_root(std::move(root))
+    , m_updater(std::move(updater))
 {
 }
 
@@ -66,6 +67,7 @@ std::vector<SystemReport::Fact> LinuxSystemReport::facts() const
     return {
         {u"system"_s, plain(QSysInfo::prettyProductName())},
         {u"packaging"_s, packaging()},
+        {u"updater"_s, QFileInfo::exists(m_updater) ? u"installed"_s : u"not installed"_s},
         {u"toolkit"_s, u"Qt "_s + QString::fromLatin1(qVersion())},
         {u"desktop"_s, harmless(u"XDG_CURRENT_DESKTOP"_s)},
         {u"session"_s, session()},
@@ -76,7 +78,7 @@ std::vector<SystemReport::Fact> LinuxSystemReport::facts() const
 
 QString LinuxSystemReport::packaging() const
 {
-    if (QFileInfo::exists(m_root + u"/.flatpak-info"_s))
+    if (isInFlatpak(m_environment))
         return u"Flatpak"_s;
     return m_environment.contains(u"APPIMAGE"_s) ? u"AppImage"_s : u"the system's"_s;
 }

@@ -10,8 +10,8 @@ namespace orvella {
 /// The distribution, the desktop, who shows status items, and the proxies.
 class LinuxSystemReport final : public SystemReport {
 public:
-    /// `root` is where the mark of a sandbox is looked for.
-    LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString root = {});
+    /// `updater` is the path of the library that looks for updates, be it there or not.
+    LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString updater = {});
 
     /// Waits a tenth of a second at most for an answer of the session bus, and starts no service.
     [[nodiscard]] std::vector<Fact> facts() const override;
@@ -26,7 +26,7 @@ private:
 
     QProcessEnvironment m_environment;
     QDBusConnection m_sessionBus;
-    QString m_root;
+    QString m_updater;
 };
 
 } // namespace orvella

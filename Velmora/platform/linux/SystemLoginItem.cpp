@@ -1,6 +1,7 @@
 #include "platform/linux/SystemLoginItem.h"
 
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/Flatpak.h"
 #include "platform/linux/LastingPath.h"
 #include "platform/linux/PortalLoginItem.h"
 #include "platform/linux/XdgDirectories.h"
@@ -14,9 +15,9 @@ using namespace Qt::Literals::StringLiterals;
 
 std::unique_ptr<LoginItem> systemLoginItem(const LoginItemSurroundings& surroundings)
 {
-    const auto& [environment, directories, executable, profile, sandboxMark] = surroundings;
+    const auto& [environment, directories, executable, profile] = surroundings;
     const auto automatic = u"--autostart"_s;
-    if (!profile && QFileInfo::exists(sandboxMark)) {
+    if (!profile && isInFlatpak(environment)) {
         return std::make_unique<PortalLoginItem>(QDBusConnection::sessionBus(),
             QStringList {QFileInfo(executable).fileName(), automatic}, directories.state() + u"/login-item"_s);
     }

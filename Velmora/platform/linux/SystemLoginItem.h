@@ -19,8 +19,6 @@ struct LoginItemSurroundings {
     QString executable;
     /// The folder that takes everything the program keeps.
     std::optional<QString> profile;
-    /// There in a Flatpak only.
-    QString sandboxMark = QStringLiteral("/.flatpak-info");
 };
 
 /// The session's autostart entry, or what stands for it in a sandbox. With a profile the session is left alone.

@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxSystemReport.h"
 #include "platform/linux/OwnLibrary.h"
 #include "platform/linux/PluginUpdater.h"
+#include "platform/linux/ProfileFolder.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
 #include "platform/linux/SystemLoginItem.h"
@@ -33,9 +34,10 @@ namespace orvella {
 
 namespace {
 
-std::optional<QString> absolute(const std::optional<QString>& folder)
+/// Whoever is given the same folder is the same program, however it was written.
+std::optional<QString> resolved(const std::optional<QString>& profile)
 {
-    return folder ? std::optional(QDir().absoluteFilePath(*folder)) : std::nullopt;
+    return profile ? std::optional(profileFolder(*profile)) : std::nullopt;
 }
 
 /// With a profile the viewer's keyring is left alone.
@@ -59,7 +61,7 @@ struct SystemPlatform::Services {
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
         , instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("instance")),
-              {absolute(profile), environment, [this](const QString& token) { activationTokens.receive(token); }})
+              {profile, environment, [this](const QString& token) { activationTokens.receive(token); }})
     {
     }
 
@@ -79,8 +81,9 @@ struct SystemPlatform::Services {
     std::unique_ptr<WindowSystem> windows = sessionWindowSystem([this] { return activationTokens.take(); });
     LinuxDesktopLook look {QDBusConnection::sessionBus()};
     LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
-    LinuxSystemReport report {environment, QDBusConnection::sessionBus()};
-    PluginUpdater updater {ownLibrary(QStringLiteral("orvella-updater.so")), clock, *windows};
+    QString updaterLibrary = ownLibrary(QStringLiteral("orvella-updater.so"));
+    LinuxSystemReport report {environment, QDBusConnection::sessionBus(), updaterLibrary};
+    PluginUpdater updater {updaterLibrary, clock, *windows};
     DBusInstance instance;
 };
 
@@ -100,7 +103,7 @@ void SystemPlatform::prepareProcess()
 
 SystemPlatform::SystemPlatform(
     const std::optional<QString>& profile, const std::vector<OverlaySettings::Entry>& overlays)
-    : m_services(std::make_unique<Services>(profile, overlays))
+    : m_services(std::make_unique<Services>(resolved(profile), overlays))
 {
 }
 

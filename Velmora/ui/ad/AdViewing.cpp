@@ -70,10 +70,12 @@ QCoro::Task<> AdViewing::startAndCountdown(std::stop_token stop)
     const auto verdict = co_await watch(stop);
     if (stop.stop_requested() || dismissed() || (!verdict && verdict.error().isCancellation()))
         co_return;
-    if (verdict)
+    if (verdict) {
         completed = verdict->completed;
-    else
+    } else {
         remaining = 0;
+        m_actions.onFailed(verdict.error());
+    }
     m_actions.onFinished(verdict ? earnedCents(*verdict) : std::nullopt);
     co_await closeAfterCompletionGracePeriod(stop);
 }

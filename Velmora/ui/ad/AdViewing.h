@@ -27,6 +27,8 @@ public:
         std::function<void()> close;
         /// The outcome is known: the cents that were earned, or nothing. Called at most once, never after a dismissal.
         std::function<void(std::optional<double>)> onFinished;
+        /// The session or the completion did not succeed, and why. The viewer is not told; comes before `onFinished`.
+        std::function<void(const Failure&)> onFailed;
     };
 
     /// `anonymousMode` is the setting at the moment the ad was opened; later changes do not touch this viewing.

@@ -32,6 +32,7 @@ AdWindowController::AdWindowController(const Look& look, const AvailableAd& ad, 
                   },
               .close = [this] { close(); },
               .onFinished = [this](std::optional<double> cents) { m_actions.onFinished(cents); },
+              .onFailed = [this](const Failure& failure) { m_actions.onFailed(failure); },
           })
 {
     m_viewing.showDisclosure.subscribe(this, [this](bool) { updateDisclosure(); });

@@ -17,6 +17,7 @@ public:
     struct OwnerActions {
         std::function<void()> onDismiss;
         std::function<void(std::optional<double>)> onFinished;
+        std::function<void(const Failure&)> onFailed;
     };
 
     AdWindowController(const Look& look, const AvailableAd& ad, APIClient& api, bool anonymousMode,

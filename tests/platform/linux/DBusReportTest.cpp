@@ -11,18 +11,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Answer = std::optional<QString>;
+using Running = Instance::Running;
 
 /// What a program hears that is started for a report, while this one's main loop turns.
-Answer askElsewhere(const std::optional<QString>& profile = {})
+Running askElsewhere(const std::optional<QString>& profile = {})
 {
-    Answer answer;
+    Running answer;
     const std::unique_ptr<QThread> other(QThread::create([&answer, profile] {
         const auto name = u"asking"_s;
         {
             const DBusInstance instance(
                 QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), {profile, {}, {}});
-            answer = instance.runningReport();
+            answer = instance.running();
         }
         QDBusConnection::disconnectFromBus(name);
     }));
@@ -65,8 +65,8 @@ private Q_SLOTS:
         QVERIFY(m_running->claim(Instance::Request::reopen));
         m_running->offerReport([] { return give(u"all is well\n"_s); });
 
-        QCOMPARE(askElsewhere(), Answer(u"all is well\n"_s));
-        QCOMPARE(askElsewhere(), Answer(u"all is well\n"_s));
+        QCOMPARE(askElsewhere().report, u"all is well\n"_s);
+        QCOMPARE(askElsewhere().report, u"all is well\n"_s);
     }
 
     void aReportThatTakesItsTimeIsWaitedFor()
@@ -74,7 +74,8 @@ private Q_SLOTS:
         QVERIFY(m_running->claim(Instance::Request::reopen));
         m_running->offerReport([this] { return giveLater(); });
         bool isAsked = false;
-        connect(this, &DBusReportTest::asked, this, [&] { isAsked = true; });
+        const QObject listener;
+        connect(this, &DBusReportTest::asked, &listener, [&] { isAsked = true; });
         QMetaObject::invokeMethod(
             this,
             [&] {
@@ -84,16 +85,37 @@ private Q_SLOTS:
             },
             Qt::QueuedConnection);
 
-        QCOMPARE(askElsewhere(), Answer(u"at last"_s));
+        QCOMPARE(askElsewhere().report, u"at last"_s);
     }
 
-    void withoutARunningProgramThereIsNone() { QCOMPARE(askElsewhere(), Answer()); }
+    void withoutARunningProgramThereIsNone()
+    {
+        const auto running = askElsewhere();
+
+        QVERIFY(!running.isThere);
+        QVERIFY(!running.report);
+    }
 
     void aProgramThatIsNotThereYetHasNone()
     {
         QVERIFY(m_running->claim(Instance::Request::reopen));
 
-        QCOMPARE(askElsewhere(), Answer());
+        const auto running = askElsewhere();
+
+        QVERIFY(running.isThere);
+        QVERIFY(!running.report);
+    }
+
+    void aProgramThatHangsIsThereWithoutAReport()
+    {
+        QVERIFY(m_running->claim(Instance::Request::reopen));
+        m_running->offerReport([this] { return giveLater(); });
+
+        const auto running = askElsewhere();
+
+        QVERIFY(running.isThere);
+        QVERIFY(!running.report);
+        Q_EMIT ready();
     }
 
     void theProgramOfAnotherProfileIsNotAsked()
@@ -101,7 +123,10 @@ private Q_SLOTS:
         QVERIFY(m_running->claim(Instance::Request::reopen));
         m_running->offerReport([] { return give(u"all is well"_s); });
 
-        QCOMPARE(askElsewhere(u"/elsewhere"_s), Answer());
+        const auto running = askElsewhere(u"/elsewhere"_s);
+
+        QVERIFY(!running.isThere);
+        QVERIFY(!running.report);
     }
 
 private:

@@ -124,7 +124,8 @@ private Q_SLOTS:
 
         FileSettingsStore store(path());
 
-        QCOMPARE(entries(), QStringList {u"settings.json.unreadable-1"_s});
+        QCOMPARE(entries(), QStringList {u"settings.json"_s});
+        QCOMPARE(content(), text);
         store.setBoolean(u"autoOpenAds"_s, true);
         QCOMPARE(entries(), QStringList({u"settings.json"_s, u"settings.json.unreadable-1"_s}));
         QCOMPARE(contentOf(path() + u".unreadable-1"_s), text);
@@ -134,10 +135,10 @@ private Q_SLOTS:
     void aSecondUnreadableFileGetsAnotherName()
     {
         write("first");
-        FileSettingsStore {path()};
+        FileSettingsStore {path()}.setBoolean(u"autoOpenAds"_s, true);
         write("second");
 
-        FileSettingsStore {path()};
+        FileSettingsStore {path()}.setBoolean(u"autoOpenAds"_s, true);
 
         QCOMPARE(contentOf(path() + u".unreadable-1"_s), "first");
         QCOMPARE(contentOf(path() + u".unreadable-2"_s), "second");
@@ -165,10 +166,11 @@ private Q_SLOTS:
         {
             const OrdinaryUser user;
             store.emplace(path());
+            store->setBoolean(u"autoOpenAds"_s, true);
         }
         QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
 
-        store->setBoolean(u"autoOpenAds"_s, true);
+        store->setBoolean(u"anonymousMode"_s, false);
 
         QCOMPARE(store->boolean(u"autoOpenAds"_s), true);
         QCOMPARE(content(), "not JSON");

@@ -4,8 +4,6 @@
 #include "support/FakeTray.h"
 
 #include <QDBusVariant>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace orvella;
@@ -129,19 +127,19 @@ private Q_SLOTS:
         QCOMPARE(factOf(report, u"status area"_s), u"none; there is no session bus"_s);
     }
 
+    void whetherTheUpdaterIsInstalledIsTold()
+    {
+        QCOMPARE(fact(u"updater"_s, {}), u"not installed"_s);
+
+        const LinuxSystemReport report({}, QDBusConnection::sessionBus(), QCoreApplication::applicationFilePath());
+        QCOMPARE(factOf(report, u"updater"_s), u"installed"_s);
+    }
+
     void thePackagingIsTold()
     {
-        QTemporaryDir root;
-        const LinuxSystemReport plain({}, QDBusConnection::sessionBus(), root.path());
-        QCOMPARE(factOf(plain, u"packaging"_s), u"the system's"_s);
-
-        const LinuxSystemReport image(
-            environmentOf({{u"APPIMAGE"_s, u"/home/x/o"_s}}), QDBusConnection::sessionBus(), root.path());
-        QCOMPARE(factOf(image, u"packaging"_s), u"AppImage"_s);
-
-        QFile mark(root.filePath(u".flatpak-info"_s));
-        QVERIFY(mark.open(QIODevice::WriteOnly));
-        QCOMPARE(factOf(plain, u"packaging"_s), u"Flatpak"_s);
+        QCOMPARE(fact(u"packaging"_s, {}), u"the system's"_s);
+        QCOMPARE(fact(u"packaging"_s, {{u"APPIMAGE"_s, u"/home/x/o"_s}}), u"AppImage"_s);
+        QCOMPARE(fact(u"packaging"_s, {{u"FLATPAK_ID"_s, u"io.orvella.Orvella"_s}}), u"Flatpak"_s);
     }
 };
 

@@ -71,9 +71,10 @@ private:
     [[nodiscard]] std::unique_ptr<LoginItem> item(const std::optional<QString>& profile, bool isSandboxed = false) const
     {
         const XdgDirectories directories(m_environment, profile);
-        // Any file will do for the mark.
-        return systemLoginItem({m_environment, directories, u"/usr/bin/orvella"_s, profile,
-            isSandboxed ? u"/etc/passwd"_s : u"/nowhere"_s});
+        auto environment = m_environment;
+        if (isSandboxed)
+            environment.insert(u"FLATPAK_ID"_s, u"io.orvella.Orvella"_s);
+        return systemLoginItem({environment, directories, u"/usr/bin/orvella"_s, profile});
     }
 
     static QStringList startedBy(const QString& folder)

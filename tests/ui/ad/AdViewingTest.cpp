@@ -27,6 +27,7 @@ struct World {
     int dismissals = 0;
     int closings = 0;
     std::vector<std::optional<double>> finished;
+    QStringList failures;
 
     World() { transport.answerEverything(); }
 
@@ -46,6 +47,7 @@ struct World {
                         viewing->cancel();
                     },
                 .onFinished = [this](std::optional<double> cents) { finished.push_back(cents); },
+                .onFailed = [this](const Failure& failure) { failures.append(failure.description); },
             });
     }
 
@@ -84,6 +86,7 @@ private Q_SLOTS:
 
         world.platform.clock.advance(3s - 1ns);
         QCOMPARE(world.closings, 0);
+        QCOMPARE(world.failures, QStringList());
 
         world.platform.clock.advance(1ns);
         QCOMPARE(world.closings, 1);
@@ -383,6 +386,7 @@ private Q_SLOTS:
         QCOMPARE(world.viewing->remaining(), 0);
         QVERIFY(!world.viewing->completed());
         QCOMPARE(world.finished, world.once(std::nullopt));
+        QCOMPARE(world.failures, QStringList {u"No network."_s});
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
 
         world.platform.clock.advance(3s - 1ns);
@@ -412,8 +416,8 @@ private Q_SLOTS:
         World world;
         world.viewing =
             std::make_unique<AdViewing>(anAd(), world.api, true, world.platform.clock, world.platform.browser,
-                AdViewing::Actions {
-                    [] {}, [] {}, [] {}, [&world](std::optional<double> cents) { world.finished.push_back(cents); }});
+                AdViewing::Actions {[] {}, [] {}, [] {},
+                    [&world](std::optional<double> cents) { world.finished.push_back(cents); }, {}});
         world.viewing->start();
         settle();
 

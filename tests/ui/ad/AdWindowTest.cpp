@@ -43,7 +43,10 @@ struct World {
         transport.answerEverything();
         controller = std::make_unique<AdWindowController>(look, ad, api, true, platform.lend(),
             AdWindowController::OwnerActions {
-                [this] { ++dismissals; }, [this](std::optional<double> cents) { finished.push_back(cents); }});
+                .onDismiss = [this] { ++dismissals; },
+                .onFinished = [this](std::optional<double> cents) { finished.push_back(cents); },
+                .onFailed = [](const Failure&) {},
+            });
         controller->show(Popover::Keyboard::left);
         settle();
     }
