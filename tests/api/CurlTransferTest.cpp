@@ -2,6 +2,7 @@
 #include "base/Version.h"
 #include "support/RawAnswers.h"
 #include "support/TransportCall.h"
+#include "support/Variable.h"
 
 #include <QTest>
 
@@ -9,30 +10,6 @@
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Sets a variable of the environment for one test.
-class Variable final {
-public:
-    Variable(const char* name, const QByteArray& value)
-        : m_name(name)
-        , m_before(qgetenv(name))
-    {
-        qputenv(m_name, value);
-    }
-
-    ~Variable() { qputenv(m_name, m_before); }
-
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* m_name;
-    QByteArray m_before;
-};
-
-} // namespace
 
 Q_DECLARE_METATYPE(RawServer::Answer)
 
