@@ -72,7 +72,7 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     if (!platform.instance().claim(commandLine.request))
         return 0;
     const Translations translations(Translations::languagesOf(platform.lend().locale));
-    CurlTransport transport;
+    CurlTransport transport({.proxies = platform.lend().proxies});
     AppDelegate delegate(platform.lend(), transport);
     delegate.applicationDidFinishLaunching();
     // A launch is all that a reopening asks for.

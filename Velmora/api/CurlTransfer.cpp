@@ -1,6 +1,7 @@
 #include "api/CurlTransfer.h"
 
 #include "api/CurlFailure.h"
+#include "api/DesktopProxy.h"
 #include "base/Version.h"
 
 #include <QCoreApplication>
@@ -204,9 +205,10 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
     setRules(easy.get(), m_options);
     setTrust(easy.get(), m_options);
     setIncoming(easy.get(), incoming);
+    setProxy(easy.get(), request.url);
 
     const auto code = drive(easy.get());
-    if (m_aborted)
+    if (isAborted())
         return failed(Failure::Kind::cancelled);
     if (incoming.isTooLarge)
         return std::unexpected(answerTooLarge());
@@ -222,12 +224,22 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
     return HttpReply {static_cast<int>(status), std::move(incoming.body)};
 }
 
+void CurlTransfer::setProxy(CURL* easy, const QUrl& url)
+{
+    if (!m_options.proxies)
+        return;
+    // Without an option libcurl follows the environment; an empty one is no proxy. Exceptions of the environment count
+    // for either.
+    if (const auto proxy = desktopProxy(url, *m_options.proxies, m_stop.get_token()))
+        curl_easy_setopt(easy, CURLOPT_PROXY, proxy->toEncoded().constData());
+}
+
 CURLcode CurlTransfer::drive(CURL* easy)
 {
     curl_multi_add_handle(m_multi, easy);
     int running = 1;
     auto state = CURLM_OK;
-    while (state == CURLM_OK && running > 0 && !m_aborted) {
+    while (state == CURLM_OK && running > 0 && !isAborted()) {
         state = curl_multi_perform(m_multi, &running);
         // It also returns when one of libcurl's own timers is due, so the bound is not what ends a transfer.
         if (state == CURLM_OK && running > 0)
@@ -243,7 +255,7 @@ CURLcode CurlTransfer::drive(CURL* easy)
 
 void CurlTransfer::abort()
 {
-    m_aborted = true;
+    m_stop.request_stop();
     curl_multi_wakeup(m_multi);
 }
 

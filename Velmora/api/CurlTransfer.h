@@ -6,7 +6,7 @@
 
 #include <curl/curl.h>
 
-#include <atomic>
+#include <stop_token>
 
 namespace orvella {
 
@@ -25,16 +25,17 @@ public:
     /// Makes `perform` end within moments, also when it has not begun, as `cancelled`.
     void abort();
 
-    [[nodiscard]] bool isAborted() const { return m_aborted; }
+    [[nodiscard]] bool isAborted() const { return m_stop.stop_requested(); }
 
 private:
+    void setProxy(CURL* easy, const QUrl& url);
     [[nodiscard]] CURLcode drive(CURL* easy);
 
     // First, because everything else goes before it.
     CurlLibrary m_library;
     CurlOptions m_options;
     CURLM* m_multi;
-    std::atomic<bool> m_aborted = false;
+    std::stop_source m_stop;
 };
 
 } // namespace orvella

@@ -21,7 +21,8 @@ namespace orvella {
 /// once, for which the constructor raises the pool's bound; a thread costs nothing until it is used.
 ///
 /// Redirects are not followed, cookies not kept, certificates always verified, and nothing is sent twice. The proxies
-/// are those of the environment (`http_proxy`, `https_proxy`, `no_proxy`).
+/// are those of the environment (`http_proxy`, `https_proxy`, `all_proxy`, `no_proxy`), and where it names none, those
+/// of the desktop.
 ///
 /// Everything but the exchange runs on the thread that made the transport.
 class CurlTransport final : public QObject, public Transport {

@@ -8,6 +8,7 @@ class DesktopLook;
 class Device;
 class ForegroundFacts;
 class LoginItem;
+class Proxies;
 class RunningApplications;
 class SecretStore;
 class SettingsStore;
@@ -33,6 +34,7 @@ struct Platform {
     ForegroundFacts& foreground;
     Updater& updater;
     SystemReport& report;
+    Proxies& proxies;
 };
 
 } // namespace orvella

@@ -3,6 +3,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <semaphore>
 #include <utility>
 
 namespace orvella {
@@ -214,6 +215,26 @@ std::optional<bool> FakeForeground::isScreenLocked() const
 {
     ++readings;
     return locked;
+}
+
+std::optional<QUrl> FakeProxies::wantedFor(QUrl address, std::stop_token stop) const
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_questions.push_back(std::move(address));
+    }
+    if (!isSilent)
+        return wanted;
+    std::binary_semaphore stopped(0);
+    const std::stop_callback onStop(stop, [&stopped] { stopped.release(); });
+    stopped.acquire();
+    return std::nullopt;
+}
+
+std::vector<QUrl> FakeProxies::questions() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_questions;
 }
 
 } // namespace orvella

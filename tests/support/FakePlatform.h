@@ -6,6 +6,7 @@
 #include "platform/ForegroundFacts.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
+#include "platform/Proxies.h"
 #include "platform/RunningApplications.h"
 #include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
@@ -20,6 +21,8 @@
 
 #include <QRegion>
 #include <QStringList>
+
+#include <mutex>
 
 namespace orvella {
 
@@ -228,6 +231,23 @@ public:
     int checks = 0;
 };
 
+/// A desktop that wants the same for every address. What it wants may change while nobody asks.
+class FakeProxies final : public Proxies {
+public:
+    [[nodiscard]] std::optional<QUrl> wantedFor(QUrl address, std::stop_token stop) const override;
+
+    /// What was asked about so far.
+    [[nodiscard]] std::vector<QUrl> questions() const;
+
+    std::optional<QUrl> wanted;
+    /// Whether questions are answered only when they are stopped.
+    bool isSilent = false;
+
+private:
+    mutable std::mutex m_mutex;
+    mutable std::vector<QUrl> m_questions;
+};
+
 /// Every service of the system, under the test's control.
 struct FakePlatform {
     FakeClock clock;
@@ -244,11 +264,12 @@ struct FakePlatform {
     FakeForeground foreground;
     FakeUpdater updater;
     FakeReport report;
+    FakeProxies proxies;
 
     [[nodiscard]] Platform lend()
     {
         return {clock, settings, secrets, loginItem, locale, device, applications, browser, statusItem, windows, look,
-            foreground, updater, report};
+            foreground, updater, report, proxies};
     }
 };
 

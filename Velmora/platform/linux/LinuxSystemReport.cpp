@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <string>
 #include <utility>
 #include <xcb/xcb.h>
@@ -24,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kPatienceMilliseconds = 100;
+constexpr std::chrono::milliseconds kPatience(100);
 
 /// A name that a desktop or a distribution gives itself: short, and of plain characters. Anything else may have got
 /// there by accident and is not passed on.
@@ -59,6 +60,7 @@ LinuxSystemReport::LinuxSystemReport(QProcessEnvironment environment, QDBusConne
     : m_environment(std::move(environment))
     , m_sessionBus(std::move(sessionBus))
     , m_updater(std::move(updater))
+    , m_proxies(m_sessionBus, kPatience)
 {
 }
 
@@ -103,11 +105,12 @@ bool LinuxSystemReport::hasStatusNotifierHost() const
         u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     question << u"org.kde.StatusNotifierWatcher"_s << u"IsStatusNotifierHostRegistered"_s;
     question.setAutoStartService(false);
-    const auto answer = m_sessionBus.call(question, QDBus::Block, kPatienceMilliseconds).arguments();
+    const auto answer = m_sessionBus.call(question, QDBus::Block, static_cast<int>(kPatience.count())).arguments();
     return !answer.isEmpty() && answer.constFirst().value<QDBusVariant>().variant().toBool();
 }
 
-/// The variables that libcurl reads, and the kinds of the proxies. Their addresses may hold names and passwords.
+/// The variables that libcurl reads, what the desktop wants for an address out there, and the kinds of the proxies.
+/// Their addresses may hold names and passwords.
 QString LinuxSystemReport::proxies() const
 {
     constexpr std::array kVariables {"http_proxy", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY"};
@@ -127,6 +130,8 @@ QString LinuxSystemReport::proxies() const
         if (const auto name = QString::fromLatin1(variable); !m_environment.value(name).isEmpty())
             found.append(name);
     }
+    if (const auto wanted = m_proxies.wantedFor(QUrl(u"https://example.com/"_s)))
+        found.append(u"the desktop's (%1)"_s.arg(wanted->isEmpty() ? u"direct"_s : wanted->scheme()));
     return found.isEmpty() ? u"none"_s : found.join(u", "_s);
 }
 

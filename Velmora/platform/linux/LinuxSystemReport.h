@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/SystemReport.h"
+#include "platform/linux/PortalProxies.h"
 
 #include <QDBusConnection>
 #include <QProcessEnvironment>
@@ -13,7 +14,7 @@ public:
     /// `updater` is the path of the library that looks for updates, be it there or not.
     LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString updater = {});
 
-    /// Waits a tenth of a second at most for an answer of the session bus, and starts no service.
+    /// Waits a tenth of a second at most for each of two answers of the session bus, and starts no service.
     [[nodiscard]] std::vector<Fact> facts() const override;
 
 private:
@@ -27,6 +28,7 @@ private:
     QProcessEnvironment m_environment;
     QDBusConnection m_sessionBus;
     QString m_updater;
+    PortalProxies m_proxies;
 };
 
 } // namespace orvella

@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxSystemReport.h"
 #include "platform/linux/OwnLibrary.h"
 #include "platform/linux/PluginUpdater.h"
+#include "platform/linux/PortalProxies.h"
 #include "platform/linux/ProfileFolder.h"
 #include "platform/linux/SessionWindowSystem.h"
 #include "platform/linux/SymbolicIcon.h"
@@ -81,6 +82,7 @@ struct SystemPlatform::Services {
     std::unique_ptr<WindowSystem> windows = sessionWindowSystem([this] { return activationTokens.take(); });
     LinuxDesktopLook look {QDBusConnection::sessionBus()};
     LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
+    PortalProxies proxies {QDBusConnection::sessionBus()};
     QString updaterLibrary = ownLibrary(QStringLiteral("orvella-updater.so"));
     LinuxSystemReport report {environment, QDBusConnection::sessionBus(), updaterLibrary};
     PluginUpdater updater {updaterLibrary, clock, *windows};
@@ -114,7 +116,7 @@ Platform SystemPlatform::lend()
     auto& services = *m_services;
     return {services.clock, services.settings, *services.secrets, *services.loginItem, services.locale, services.device,
         services.applications, services.browser, services.statusItem, *services.windows, services.look,
-        services.foreground, services.updater, services.report};
+        services.foreground, services.updater, services.report, services.proxies};
 }
 
 Instance& SystemPlatform::instance()
