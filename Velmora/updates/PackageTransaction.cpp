@@ -46,6 +46,13 @@ PackageProgress::Activity activityOf(uint status)
     }
 }
 
+/// In the queue, or before another program's lock, nothing is said for as long as the other one takes.
+PackageTrouble::Kind kindOfSilence(uint status)
+{
+    const bool isQueued = activityOf(status) == PackageProgress::Activity::waiting;
+    return isQueued ? PackageTrouble::Kind::busy : PackageTrouble::Kind::silent;
+}
+
 } // namespace
 
 PackageTransaction::PackageTransaction(
@@ -197,12 +204,13 @@ void PackageTransaction::receiveFinish(uint exit, uint /*milliseconds*/)
 void PackageTransaction::waitOn()
 {
     stopTimer();
-    if (m_answer || m_status == kWaitingForAuthorization)
+    // Where nobody may be asked, it is not the viewer who is waited for.
+    if (m_answer || (m_request.mayAsk && m_status == kWaitingForAuthorization))
         return;
     m_timer = m_clock.startTimer(m_request.patience, [this] {
         m_timer.reset();
         withdraw();
-        end(std::unexpected(PackageTrouble {PackageTrouble::Kind::silent, {}}));
+        end(std::unexpected(PackageTrouble {kindOfSilence(m_status), {}}));
     });
 }
 

@@ -28,7 +28,8 @@ struct PackageRequest {
     QVariantList arguments;
     /// Whether the system may ask the viewer for a password.
     bool mayAsk = false;
-    /// How long it may be silent before it counts as hung. While the viewer is asked it is silent for good reason.
+    /// How long it may be silent before it counts as hung, or as kept from its turn by other programs. While the viewer
+    /// is asked it is silent for good reason.
     Clock::duration patience = std::chrono::minutes(2);
 };
 

@@ -222,6 +222,29 @@ private Q_SLOTS:
         QCOMPARE(state().trouble.kind, Kind::silent);
     }
 
+    void anInstallationThatDoesNotGetItsTurnFindsPackageKitBusy_data()
+    {
+        QTest::addColumn<uint>("status");
+        QTest::newRow("wait") << 1U;
+        QTest::newRow("waiting-for-lock") << 30U;
+    }
+
+    void anInstallationThatDoesNotGetItsTurnFindsPackageKitBusy()
+    {
+        QFETCH(const uint, status);
+        beginInstallation();
+        m_packageKit->tell({{u"Status"_s, status}});
+        QTRY_COMPARE(state().progress.activity, Activity::waiting);
+
+        m_clock.advance(14min + 59s);
+        QCOMPARE(state().stage, Stage::installing);
+        m_clock.advance(1s);
+
+        QTRY_COMPARE(state().stage, Stage::installationFailed);
+        QCOMPARE(state().trouble.kind, Kind::busy);
+        QTRY_COMPARE(m_packageKit->calls().constLast(), u"Cancel()"_s);
+    }
+
     void aPackageKitThatDiesInTheMiddleEndsTheInstallation()
     {
         beginInstallation();
