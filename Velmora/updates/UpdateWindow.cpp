@@ -29,6 +29,13 @@ bool isUnderWay(UpdateState::Stage stage)
     return stage == UpdateState::Stage::checking || stage == UpdateState::Stage::installing;
 }
 
+/// An offer stands, and what is installed is.
+bool mayHaveChanged(UpdateState::Stage stage)
+{
+    using enum UpdateState::Stage;
+    return stage == upToDate || stage == heldBack || stage == checkFailed || stage == installationFailed;
+}
+
 QLabel* plainLabel(const QString& name)
 {
     auto* const label = new QLabel;
@@ -66,8 +73,7 @@ UpdateWindow::UpdateWindow(QDBusConnection bus, Clock& clock)
 
 void UpdateWindow::checkAgain()
 {
-    const auto stage = m_flow.state().stage;
-    if (stage == UpdateState::Stage::upToDate || stage == UpdateState::Stage::checkFailed)
+    if (mayHaveChanged(m_flow.state().stage))
         m_flow.check();
 }
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr uint kInstalled = 1;
 constexpr uint kNormal = 5;
+constexpr uint kBlocked = 9;
 
 const auto kNew = u"orvella;0.2.0-1;amd64;orvella-stable-main"_s;
 
@@ -293,6 +294,51 @@ private Q_SLOTS:
 
         QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
         QCOMPARE(windows().size(), 1);
+    }
+
+    void aSecondRequestLooksAgainWhereTheInstallationFailed()
+    {
+        m_packageKit->scripts[u"UpdatePackages"_s] = {.error = std::pair(46U, u"No space is left."_s), .exit = 2};
+        offer();
+        QTest::mouseClick(install(), Qt::LeftButton);
+        QTRY_COMPARE(headline(), u"Version 0.2.0 could not be installed."_s);
+        m_packageKit->scripts[u"UpdatePackages"_s] = {};
+
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
+        QTest::mouseClick(install(), Qt::LeftButton);
+
+        QTRY_COMPARE(headline(), u"Version 0.2.0 is installed."_s);
+        QCOMPARE(windows().size(), 1);
+    }
+
+    void aSecondRequestLooksAgainWhereTheSystemHeldTheVersionBack()
+    {
+        const auto updates = std::exchange(m_packageKit->scripts[u"GetUpdates"_s], {.packages = {{kBlocked, kNew}}});
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(detail(), u"Your system is set to keep version 0.1.0."_s);
+        QVERIFY(!install()->isVisible());
+        m_packageKit->scripts[u"GetUpdates"_s] = updates;
+
+        m_updater->checkForUpdates();
+
+        QTRY_COMPARE(detail(), u"You have version 0.1.0."_s);
+        QVERIFY(install()->isVisible());
+    }
+
+    void aSecondRequestLeavesAnInstallationAsItIs()
+    {
+        m_packageKit->scripts[u"UpdatePackages"_s].isHeld = true;
+        offer();
+        QTest::mouseClick(install(), Qt::LeftButton);
+        QTRY_COMPARE(installations().size(), 1);
+        const auto calls = m_packageKit->calls();
+
+        m_updater->checkForUpdates();
+        QTest::qWait(50);
+
+        QCOMPARE(headline(), u"Installing version 0.2.0…"_s);
+        QCOMPARE(m_packageKit->calls(), calls);
     }
 
     void aRequestAfterTheWindowWasClosedOpensANewOne()
