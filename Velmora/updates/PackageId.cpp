@@ -28,4 +28,10 @@ QString PackageId::shownVersion() const
     return shown.left(kMostShown);
 }
 
+QString PackageId::shownVersionBeside(const PackageId& other) const
+{
+    const auto shown = shownVersion();
+    return shown == other.shownVersion() ? version.left(kMostShown) : shown;
+}
+
 } // namespace orvella

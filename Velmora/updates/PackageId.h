@@ -20,6 +20,9 @@ struct PackageId {
     /// revision), as Debian and RPM write versions.
     [[nodiscard]] QString shownVersion() const;
 
+    /// As above, beside that of `other`: where the two would look alike, the whole version, so that they do not.
+    [[nodiscard]] QString shownVersionBeside(const PackageId& other) const;
+
     friend bool operator==(const PackageId&, const PackageId&) = default;
 };
 

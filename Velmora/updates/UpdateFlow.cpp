@@ -136,7 +136,7 @@ QCoro::Task<> UpdateFlow::look(std::stop_token stop)
     if (!updates)
         fail(Stage::checkFailed, updates.error());
     // An old list is no ground for saying that there is nothing new.
-    else if (const auto stage = take(*updates); stage == Stage::upToDate && isOffline(renewed))
+    else if (const auto stage = take(program->id, *updates); stage == Stage::upToDate && isOffline(renewed))
         fail(Stage::checkFailed, renewed.error());
     else
         enter(stage);
@@ -175,7 +175,7 @@ QCoro::Task<> UpdateFlow::update(std::stop_token stop)
 }
 
 /// What the updates that there are mean for the program.
-UpdateState::Stage UpdateFlow::take(const QList<ToldPackage>& updates)
+UpdateState::Stage UpdateFlow::take(const PackageId& installed, const QList<ToldPackage>& updates)
 {
     m_updates.clear();
     for (const auto& [info, id] : updates) {
@@ -185,7 +185,8 @@ UpdateState::Stage UpdateFlow::take(const QList<ToldPackage>& updates)
     const auto program = std::ranges::find(updates, kProgram, nameOf);
     if (program == updates.end())
         return Stage::upToDate;
-    m_state.newVersion = program->id.shownVersion();
+    m_state.currentVersion = installed.shownVersionBeside(program->id);
+    m_state.newVersion = program->id.shownVersionBeside(installed);
     return program->info == kBlocked ? Stage::heldBack : Stage::available;
 }
 

@@ -36,7 +36,7 @@ private:
     QCoro::Task<> look(std::stop_token stop);
     QCoro::Task<> update(std::stop_token stop);
 
-    [[nodiscard]] UpdateState::Stage take(const QList<ToldPackage>& updates);
+    [[nodiscard]] UpdateState::Stage take(const PackageId& installed, const QList<ToldPackage>& updates);
     void enter(UpdateState::Stage stage);
     void fail(UpdateState::Stage stage, const PackageTrouble& trouble);
     [[nodiscard]] std::stop_token startOver();

@@ -63,6 +63,33 @@ private Q_SLOTS:
 
         QCOMPARE((PackageId {{}, u"orvella"_s, version}.shownVersion()), shown);
     }
+
+    void versionsThatWouldLookAlikeAreShownWhole_data()
+    {
+        QTest::addColumn<QString>("installed");
+        QTest::addColumn<QString>("update");
+        QTest::addColumn<QString>("shownInstalled");
+        QTest::addColumn<QString>("shownUpdate");
+
+        QTest::newRow("another version") << u"0.1.0-1"_s << u"0.2.0-1"_s << u"0.1.0"_s << u"0.2.0"_s;
+        QTest::newRow("another revision") << u"0.1.0-1"_s << u"0.1.0-2"_s << u"0.1.0-1"_s << u"0.1.0-2"_s;
+        QTest::newRow("a revision for the first time") << u"0.1.0"_s << u"0.1.0-1"_s << u"0.1.0"_s << u"0.1.0-1"_s;
+        QTest::newRow("another epoch") << u"0.1.0-1"_s << u"1:0.1.0-1"_s << u"0.1.0-1"_s << u"1:0.1.0-1"_s;
+        QTest::newRow("another epoch and version") << u"0.2.0-1"_s << u"1:0.1.0-1"_s << u"0.2.0"_s << u"0.1.0"_s;
+    }
+
+    void versionsThatWouldLookAlikeAreShownWhole()
+    {
+        QFETCH(const QString, installed);
+        QFETCH(const QString, update);
+        QFETCH(const QString, shownInstalled);
+        QFETCH(const QString, shownUpdate);
+        const PackageId before {{}, u"orvella"_s, installed};
+        const PackageId after {{}, u"orvella"_s, update};
+
+        QCOMPARE(before.shownVersionBeside(after), shownInstalled);
+        QCOMPARE(after.shownVersionBeside(before), shownUpdate);
+    }
 };
 
 QTEST_GUILESS_MAIN(PackageIdTest)

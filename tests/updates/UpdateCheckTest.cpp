@@ -84,6 +84,27 @@ private Q_SLOTS:
         QCOMPARE(state().newVersion, u"0.2.0"_s);
     }
 
+    void anUpdateOfThePackagingAloneIsToldByTheWholeVersions_data()
+    {
+        QTest::addColumn<uint>("info");
+        QTest::addColumn<Stage>("stage");
+        QTest::newRow("available") << kNormal << Stage::available;
+        QTest::newRow("held back") << kBlocked << Stage::heldBack;
+    }
+
+    void anUpdateOfThePackagingAloneIsToldByTheWholeVersions()
+    {
+        QFETCH(const uint, info);
+        QFETCH(const Stage, stage);
+        m_packageKit->scripts[u"GetUpdates"_s].packages = {{info, u"orvella;0.1.0-2;amd64;orvella-stable-main"_s}};
+
+        m_flow->check();
+
+        QTRY_COMPARE(state().stage, stage);
+        QCOMPARE(state().currentVersion, u"0.1.0-1"_s);
+        QCOMPARE(state().newVersion, u"0.1.0-2"_s);
+    }
+
     void theListIsRenewedBeforeTheQuestionForUpdates()
     {
         offer();
