@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>يُحدَّث Orvella مع نظامك. ابحث عن التحديثات في مركز البرمجيات.</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>حُدِّث Orvella أثناء تشغيله. أغلقه وشغّله من جديد قبل أن تبحث عن التحديثات.</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>Orvella wird zusammen mit Ihrem System aktualisiert. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>Orvella wurde aktualisiert, während es lief. Beenden Sie es und starten Sie es neu, bevor Sie nach Aktualisierungen suchen.</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>Orvella se actualiza junto con el sistema. Busca actualizaciones en tu centro de software.</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>Orvella se actualizó mientras se ejecutaba. Sal de la aplicación y vuelve a iniciarla antes de buscar actualizaciones.</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

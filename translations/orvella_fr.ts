@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>Orvella est mis à jour avec votre système. Recherchez les mises à jour dans votre logithèque.</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>Orvella a été mis à jour pendant son exécution. Quittez-le et relancez-le avant de rechercher des mises à jour.</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

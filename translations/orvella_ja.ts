@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>Orvella はシステムと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>Orvella は実行中に更新されました。一度終了し、もう一度起動してからアップデートを確認してください。</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

@@ -140,6 +140,10 @@
         <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
         <translation>O Orvella é atualizado junto com o sistema. Procure atualizações na sua central de aplicativos.</translation>
     </message>
+    <message>
+        <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
+        <translation>O Orvella foi atualizado enquanto estava em execução. Saia dele e inicie-o novamente antes de procurar atualizações.</translation>
+    </message>
 </context>
 <context>
     <name>PortalLoginItem</name>

@@ -14,6 +14,16 @@ namespace orvella {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// What the file says of itself; nothing of it is run.
+QString interfaceOf(const QString& library)
+{
+    return QPluginLoader(library).metaData().value("IID"_L1).toString();
+}
+
+} // namespace
+
 PluginUpdater::PluginUpdater(QString library, Clock& clock, WindowSystem& windows)
     // Anything but an absolute path would be searched for.
     : m_library(QFileInfo(library).isAbsolute() ? std::move(library) : QString())
@@ -36,25 +46,33 @@ void PluginUpdater::checkForUpdates()
         m_updater->checkForUpdates();
         return;
     }
-    say(QFileInfo::exists(m_library)
-            ? QCoreApplication::translate("PluginUpdater",
-                  "The part of Orvella that looks for updates does not fit this version. Look for updates in your "
-                  "software centre.")
-            : QCoreApplication::translate("PluginUpdater",
-                  "Orvella is updated together with your system. Look for updates in your software centre."));
+    say(reason());
 }
 
 std::unique_ptr<Updater> PluginUpdater::load() const
 {
-    if (m_library.isEmpty())
-        return nullptr;
-    QPluginLoader loader(m_library);
-    // This reads the file and runs nothing of it.
-    if (loader.metaData().value("IID"_L1).toString() != QLatin1StringView(ORVELLA_UPDATER_IID))
+    if (m_library.isEmpty() || interfaceOf(m_library) != QLatin1StringView(ORVELLA_UPDATER_IID))
         return nullptr;
     // Never unloaded: Qt's type system knows types of the library from then on.
-    auto* const plugin = qobject_cast<UpdaterPlugin*>(loader.instance());
+    auto* const plugin = qobject_cast<UpdaterPlugin*>(QPluginLoader(m_library).instance());
     return plugin ? plugin->makeUpdater(m_clock, m_windows) : nullptr;
+}
+
+/// Why there is no updater.
+QString PluginUpdater::reason() const
+{
+    if (!QFileInfo::exists(m_library))
+        return QCoreApplication::translate(
+            "PluginUpdater", "Orvella is updated together with your system. Look for updates in your software centre.");
+    // An upgrade puts the library of the new version beside the program of the old one, which runs on.
+    const auto interface = interfaceOf(m_library);
+    if (interface.startsWith(QLatin1StringView(ORVELLA_UPDATER_INTERFACE))
+        && interface != QLatin1StringView(ORVELLA_UPDATER_IID))
+        return QCoreApplication::translate("PluginUpdater",
+            "Orvella was updated while it was running. Quit it and start it again before you look for updates.");
+    return QCoreApplication::translate("PluginUpdater",
+        "The part of Orvella that looks for updates does not fit this version. Look for updates in your software "
+        "centre.");
 }
 
 void PluginUpdater::say(const QString& text)

@@ -31,6 +31,7 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<Updater> load() const;
+    [[nodiscard]] QString reason() const;
     void say(const QString& text);
 
     QString m_library;

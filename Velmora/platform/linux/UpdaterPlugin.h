@@ -1,12 +1,17 @@
 #pragma once
 
+#include "base/Version.h"
+
 #include <QtPlugin>
 
 #include <memory>
 
-/// The number goes up with every change to this interface or to one of those that it hands over, so that a library of
-/// another version is not run.
-#define ORVELLA_UPDATER_IID "io.orvella.Orvella.Updater/1"
+/// What the interface is called in every version.
+#define ORVELLA_UPDATER_INTERFACE "io.orvella.Orvella.Updater/"
+
+/// With the version of the program, so that a library of another version is not run: this interface, or one of those
+/// that it hands over, may be another there.
+#define ORVELLA_UPDATER_IID ORVELLA_UPDATER_INTERFACE ORVELLA_VERSION
 
 namespace orvella {
 

@@ -1,10 +1,13 @@
 #include "platform/linux/PluginUpdater.h"
+#include "base/Version.h"
 #include "support/FakePackageKit.h"
 #include "support/FakePlatform.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QLibraryInfo>
+#include <QPluginLoader>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -20,6 +23,8 @@ const auto kFileName = u"orvella-updater.so"_s;
 const auto kWithout = u"Orvella is updated together with your system. Look for updates in your software centre."_s;
 const auto kUnfit =
     u"The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre."_s;
+const auto kUpdatedMeanwhile =
+    u"Orvella was updated while it was running. Quit it and start it again before you look for updates."_s;
 
 QList<QMessageBox*> notices()
 {
@@ -34,6 +39,11 @@ QList<QMessageBox*> notices()
 QString notice()
 {
     return notices().isEmpty() ? QString() : notices().constFirst()->text();
+}
+
+QString interfaceOf(const QString& library)
+{
+    return QPluginLoader(library).metaData().value("IID"_L1).toString();
 }
 
 bool isInMemory(const QString& library)
@@ -166,13 +176,46 @@ private Q_SLOTS:
         QCOMPARE(notice(), kUnfit);
     }
 
-    void aLibraryOfAnotherVersionIsAnErrorAndNothingOfItRuns()
+    /// As any plug-in that is none of the program's.
+    void aLibraryOfAnotherProgramIsAnError()
+    {
+        const auto library = QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms/libqoffscreen.so"_s;
+        QVERIFY(!interfaceOf(library).isEmpty());
+        make(library);
+
+        m_updater->checkForUpdates();
+
+        QCOMPARE(notice(), kUnfit);
+    }
+
+    void theInterfaceHasTheVersionOfTheProgramInItsName()
+    {
+        QCOMPARE(interfaceOf(QStringLiteral(ORVELLA_FITTING_UPDATER)), u"io.orvella.Orvella.Updater/"_s + kVersion);
+    }
+
+    void aLibraryOfAnotherVersionAsksForANewStartAndNothingOfItRuns()
     {
         make(QStringLiteral(ORVELLA_OLD_UPDATER));
 
         m_updater->checkForUpdates();
 
-        QCOMPARE(notice(), kUnfit);
+        QCOMPARE(notice(), kUpdatedMeanwhile);
+        QVERIFY(!qApp->property("oldUpdaterRan").toBool());
+    }
+
+    void whatWasLoadedBeforeAnUpgradeGoesOn()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(putDecoy(folder));
+        make(folder.filePath(kFileName));
+        m_updater->checkForUpdates();
+        QVERIFY(QFile::remove(folder.filePath(kFileName)));
+        QVERIFY(QFile::copy(QStringLiteral(ORVELLA_OLD_UPDATER), folder.filePath(kFileName)));
+
+        m_updater->checkForUpdates();
+
+        QCOMPARE(counted("updatersAsked"), 2);
+        QVERIFY(notices().isEmpty());
         QVERIFY(!qApp->property("oldUpdaterRan").toBool());
     }
 

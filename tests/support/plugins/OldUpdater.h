@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/UpdaterPlugin.h"
+
 #include <QObject>
 
 namespace orvella {
@@ -8,7 +10,7 @@ namespace orvella {
 /// ("oldUpdaterRan").
 class OldUpdater final : public QObject {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "io.orvella.Orvella.Updater/0")
+    Q_PLUGIN_METADATA(IID ORVELLA_UPDATER_INTERFACE "0.0.0")
 };
 
 } // namespace orvella
