@@ -22,6 +22,10 @@ constexpr auto kDefaultAlias = "default";
 // What the service gives in place of an object that there is not, a prompt that is not needed for example.
 constexpr auto kNoObject = "/";
 
+// Nobody sees a window, understands it and dismisses it in less. A service whose prompter does not start, for there is
+// no display in its environment yet, says at once that the prompt was dismissed: then nobody was asked.
+constexpr auto kFastestViewer = std::chrono::seconds(1);
+
 /// Takes what a `_finish` function says went wrong.
 class ErrorSlot final {
 public:
@@ -281,6 +285,7 @@ QCoro::Task<FromKeyring<>> KeyringSession::agreement(Path prompt, std::stop_toke
     if (prompt == kNoObject)
         co_return {};
     KeyringPrompt shown(connection(), m_owner, prompt);
+    const auto asked = m_clock.now();
     auto window = owned(g_variant_new("(s)", ""));
     const auto reply = co_await call(prompt, kPromptInterface, "Prompt", "()", std::move(window), stop);
     if (!reply)
@@ -288,7 +293,13 @@ QCoro::Task<FromKeyring<>> KeyringSession::agreement(Path prompt, std::stop_toke
     co_await shown.wait(stop);
     // Deliberate: a stop does not withdraw the prompt. gnome-keyring 42 dies of `Dismiss`, and with it everyone's
     // secrets; a prompt that nobody waits for any more stays until the viewer answers it.
-    co_return stop.stop_requested() ? KeyringTrouble::stopped : shown.answer();
+    if (stop.stop_requested())
+        co_return KeyringTrouble::stopped;
+    const auto answer = shown.answer();
+    const auto isRefused = !answer && answer.trouble() == KeyringTrouble::refused;
+    if (isRefused && m_clock.now() - asked < kFastestViewer)
+        co_return KeyringTrouble::failed;
+    co_return answer;
 }
 
 QCoro::Task<FromKeyring<KeyringSession::Variant>> KeyringSession::call(Path object, const char* interface,

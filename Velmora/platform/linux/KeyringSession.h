@@ -19,8 +19,9 @@ namespace orvella {
 
 /// One session with the Secret Service: its calls, each as it is, without a decision.
 ///
-/// A call that stays without an answer for the limit fails with `silent`; prompts are waited for without a limit. The
-/// caller keeps the session until its call has ended. Objects of the service are named by their D-Bus paths.
+/// A call that stays without an answer for the limit fails with `silent`; prompts are waited for without a limit. A
+/// prompt that is dismissed faster than a viewer could was not seen by one: `failed`, not `refused`. The caller keeps
+/// the session until its call has ended. Objects of the service are named by their D-Bus paths.
 ///
 /// The object interface of libsecret would hide the prompts inside its calls; here they must be told apart from a call
 /// that hangs. So prompting calls are sent as the Secret Service specification (0.2) has them, the rest is libsecret's.

@@ -97,23 +97,6 @@ private Q_SLOTS:
         QCOMPARE(service->calls(u"Prompt"_s), 1);
     }
 
-    void aRefusalCountsForAllWhoWait()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-
-        const auto first = read();
-        const auto second = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        QTest::qWait(100);
-        service->dismiss();
-
-        QTRY_VERIFY(first.isThere() && second.isThere());
-        QVERIFY(!*first && !*second);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-    }
-
     void aStoppedReadLetsGoAtOnceAndTheOthersKeepThePrompt()
     {
         service->put(kService, "token-1");
@@ -154,31 +137,6 @@ private Q_SLOTS:
         QVERIFY(*second);
         QCOMPARE(service->calls(u"Prompt"_s), 1);
         QCOMPARE(service->calls(u"Dismiss"_s), 0);
-    }
-
-    void afterARefusalNothingIsAskedUntilTheKeyringIsFoundOpen()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        const auto refused = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        service->dismiss();
-        QTRY_VERIFY(refused.isThere());
-
-        const auto quiet = read();
-        QTRY_VERIFY(quiet.isThere());
-        QVERIFY(!*quiet);
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
-
-        service->isLocked = false;
-        const auto open = read();
-        QTRY_VERIFY(open.isThere());
-        QVERIFY(*open);
-
-        service->isLocked = true;
-        const auto asked = read();
-        QTRY_COMPARE(service->prompts(), 1);
     }
 
     void aLockedCollectionThatHidesItsItemsIsUnlockedBeforeThereIsNoItem()
@@ -230,26 +188,6 @@ private Q_SLOTS:
         QCOMPARE(service->calls(u"Prompt"_s), 0);
     }
 
-    void afterARefusalALookSaysSoUntilTheKeyringIsFoundOpen()
-    {
-        service->put(kService, "token-1");
-        service->isLocked = true;
-        service->start();
-        const auto refused = read();
-        QTRY_COMPARE(service->prompts(), 1);
-        service->dismiss();
-        QTRY_VERIFY(refused.isThere());
-
-        const auto closed = Looking(store->look(kService, kAccount));
-        QTRY_VERIFY(closed.isThere());
-        QCOMPARE(*closed, Finding::refused);
-
-        service->isLocked = false;
-        const auto open = Looking(store->look(kService, kAccount));
-        QTRY_VERIFY(open.isThere());
-        QCOMPARE(*open, Finding::item);
-    }
-
     void withoutAServiceALookFindsNoStore()
     {
         const auto look = Looking(store->look(kService, kAccount));
@@ -273,25 +211,6 @@ private Q_SLOTS:
 
         QTRY_VERIFY(adding.isThere());
         QCOMPARE(service->items.size(), 1U);
-    }
-
-    void anItemIsNotAddedWhereTheViewerWantsNoKeyring()
-    {
-        service->hasCollection = false;
-        service->start();
-
-        const Outcome adding(store->addItem(kService, kAccount, Secret("token-1")));
-        QTRY_COMPARE(service->prompts(), 1);
-        service->dismiss();
-
-        QTRY_VERIFY(adding.isThere());
-        QCOMPARE((*adding).trouble(), KeyringTrouble::refused);
-        QVERIFY(service->items.empty());
-        const auto reading = read();
-        QTRY_VERIFY(reading.isThere());
-        const Outcome again(store->addItem(kService, kAccount, Secret("token-1")));
-        QTRY_VERIFY(again.isThere());
-        QCOMPARE(service->calls(u"Prompt"_s), 1);
     }
 
     void aServiceThatDiesUnderAPromptHasNotBeenRefused()

@@ -158,6 +158,8 @@ private Q_SLOTS:
 
         const Outcome outcome(store->read(kService, kAccount, {}));
         QTRY_COMPARE(prompter->up(), 1);
+        // As long as a viewer takes at least.
+        QTest::qWait(1000);
         prompter->dismiss();
 
         QTRY_VERIFY(outcome.isThere());
@@ -167,6 +169,24 @@ private Q_SLOTS:
         add(kService, "token-2");
         QCOMPARE(prompter->shown(), 1);
         QVERIFY(daemon->isLocked());
+    }
+
+    void aKeyringThatCannotAskYetIsAskedAgain()
+    {
+        add(kService, "token-1");
+        QVERIFY(daemon->lock());
+        prompter.reset();
+        const Outcome outcome(store->readItem(kService, kAccount, {}));
+        QTest::qWait(500);
+        QVERIFY(!outcome.isThere());
+
+        prompter = std::make_unique<ScriptedPrompter>();
+        QTRY_COMPARE(prompter->up(), 1);
+        prompter->enter(KeyringDaemon::kPassword);
+
+        QTRY_VERIFY(outcome.isThere());
+        QVERIFY(*outcome && **outcome);
+        QCOMPARE((**outcome)->reveal(), "token-1");
     }
 
     void aStoreThatGoesAwayEndsWhatWaitsAndLeavesThePromptToTheViewer()

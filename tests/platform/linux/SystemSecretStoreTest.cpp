@@ -12,6 +12,7 @@
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -136,6 +137,7 @@ private Q_SLOTS:
 
         const Outcome reading(store->read(kService, kAccount, {}));
         QTRY_COMPARE(service.prompts(), 1);
+        clock.advance(1s);
         service.dismiss();
 
         QTRY_VERIFY(reading.isThere());
@@ -151,6 +153,7 @@ private Q_SLOTS:
 
         const Outcome adding(store->add(kService, kAccount, Secret("token-1")));
         QTRY_COMPARE(service.prompts(), 1);
+        clock.advance(1s);
         service.dismiss();
 
         QTRY_VERIFY(adding.isThere());
