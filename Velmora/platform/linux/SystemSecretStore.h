@@ -3,6 +3,9 @@
 #include "platform/linux/FileSecretStore.h"
 #include "platform/linux/KeyringSecretStore.h"
 
+#include <map>
+#include <utility>
+
 namespace orvella {
 
 /// The viewer's keyring or, where no Secret Service answers, a file that only its owner can read.
@@ -10,6 +13,11 @@ namespace orvella {
 /// An item of the file moves into the keyring when a read finds that there is a keyring and no such item in it. It
 /// leaves the file only after the keyring has been seen to hold it. An item that the keyring has already counts, and is
 /// never overwritten by one that was stored while the keyring was away: the older may be the one that is linked.
+///
+/// What was answered or added is remembered for this run. It is the answer while the keyring is refused or absent, so
+/// an item that the viewer keeps from the keyring serves until the program ends, and is written nowhere. An item of the
+/// file that was answered stays the answer, too, when a keyring with another one appears: what was begun by one device
+/// cannot be ended by another. The keyring's counts from the next run on.
 class SystemSecretStore final : public SecretStore {
 public:
     /// `folder` is where the file lies.
@@ -25,9 +33,23 @@ public:
     QCoro::Task<> remove(QString service, QString account) override;
 
 private:
-    QCoro::Task<> moveToKeyring(QString service, QString account, Secret value);
+    /// Service and account.
+    using Key = std::pair<QString, QString>;
+    enum class Place { keyring, file, memory };
+
+    struct Held {
+        Secret value;
+        Place place;
+    };
+
+    std::optional<Secret> withoutKeyring(const Key& key, const std::optional<Secret>& kept);
+    QCoro::Task<Secret> withItem(Key key, Secret item, std::optional<Secret> kept);
+    QCoro::Task<std::optional<Secret>> withoutItem(Key key, std::optional<Secret> kept);
+    QCoro::Task<> moveToKeyring(Key key, Secret value);
 
     std::stop_source m_end;
+    /// The items of this run.
+    std::map<Key, Held> m_held;
     FileSecretStore m_file;
     KeyringSecretStore m_keyring;
 };

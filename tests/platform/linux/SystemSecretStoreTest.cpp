@@ -123,9 +123,6 @@ private Q_SLOTS:
 
         QCOMPARE(read(*store), "token-1");
         QCOMPARE(read(*file), "token-2");
-
-        service.die();
-        QCOMPARE(read(*store), "token-2");
     }
 
     void anItemOfTheFileIsReadWhenTheViewerDoesNotUnlock()
@@ -158,6 +155,106 @@ private Q_SLOTS:
 
         QTRY_VERIFY(adding.isThere());
         QVERIFY(!read(*file));
+    }
+
+    void whatTheViewerRefusesServesUntilTheProgramEnds()
+    {
+        FakeSecretService service;
+        service.isLocked = true;
+        service.start();
+        refuse(service);
+
+        QCOMPARE(read(*store), "token-2");
+        service.die();
+        QCOMPARE(read(*store), "token-2");
+
+        store = std::make_unique<SystemSecretStore>(clock, home->path());
+        QVERIFY(!read(*store));
+    }
+
+    void afterARefusalTheItemOfAKeyringThatIsFoundOpenCounts()
+    {
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.isLocked = true;
+        service.start();
+        refuse(service);
+
+        service.isLocked = false;
+
+        QCOMPARE(read(*store), "token-1");
+    }
+
+    void afterARefusalTheItemMovesIntoAKeyringThatIsFoundOpenAndHasNone()
+    {
+        FakeSecretService service;
+        service.isLocked = true;
+        service.start();
+        refuse(service);
+
+        service.isLocked = false;
+
+        QCOMPARE(read(*store), "token-2");
+        QCOMPARE(service.items.size(), 1U);
+        QCOMPARE(service.items.begin()->second.secret, "token-2");
+    }
+
+    void inOneRunTheItemOfTheFileStays()
+    {
+        wait(file->add(kService, kAccount, Secret("token-2")));
+        QCOMPARE(read(*store), "token-2");
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+
+        QCOMPARE(read(*store), "token-2");
+        QCOMPARE(service.calls(u"CreateItem"_s), 0);
+
+        store = std::make_unique<SystemSecretStore>(clock, home->path());
+        QCOMPARE(read(*store), "token-1");
+    }
+
+    void inOneRunAnItemThatWasAddedToTheFileStays()
+    {
+        wait(store->add(kService, kAccount, Secret("token-2")));
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+
+        QCOMPARE(read(*store), "token-2");
+    }
+
+    void inOneRunTheItemOfTheKeyringStays()
+    {
+        wait(file->add(kService, kAccount, Secret("token-2")));
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+        QCOMPARE(read(*store), "token-1");
+
+        service.die();
+
+        QCOMPARE(read(*store), "token-1");
+    }
+
+    void anItemThatSomebodyRemovedFromTheKeyringIsGone()
+    {
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+        QCOMPARE(read(*store), "token-1");
+
+        service.items.clear();
+
+        QVERIFY(!read(*store));
+    }
+
+    void whatIsRemovedIsNotRemembered()
+    {
+        wait(store->add(kService, kAccount, Secret("token-1")));
+        wait(store->remove(kService, kAccount));
+
+        QVERIFY(!read(*store));
     }
 
     void removingRemovesFromBoth()
@@ -206,6 +303,16 @@ private Q_SLOTS:
     }
 
 private:
+    /// Adds an item for which the viewer does not unlock the keyring.
+    void refuse(FakeSecretService& service)
+    {
+        const Outcome adding(store->add(kService, kAccount, Secret("token-2")));
+        QTRY_COMPARE(service.prompts(), 1);
+        clock.advance(1s);
+        service.dismiss();
+        QTRY_VERIFY(adding.isThere());
+    }
+
     void wait(QCoro::Task<> task)
     {
         const Outcome outcome(std::move(task));
