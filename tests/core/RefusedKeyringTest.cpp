@@ -37,7 +37,7 @@ private Q_SLOTS:
         const auto fake = platform.lend();
         const Platform lent {fake.clock, fake.settings, secrets, fake.loginItem, fake.locale, fake.device,
             fake.applications, fake.browser, fake.statusItem, fake.windows, fake.look, fake.foreground, fake.updater,
-            fake.report};
+            fake.report, fake.proxies};
         AppState state(lent, transport);
 
         state.bootstrap();
