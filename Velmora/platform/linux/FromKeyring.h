@@ -14,6 +14,8 @@ enum class KeyringTrouble {
     silent,
     /// The viewer refused to unlock.
     refused,
+    /// There is a service, and no collection in it that takes items, so nobody can say what it has.
+    noCollection,
     /// Something is locked that was not when it was looked at.
     locked,
     /// Anything else: the service went away, or says that it failed. It may succeed when asked again.

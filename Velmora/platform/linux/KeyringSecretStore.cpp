@@ -60,7 +60,7 @@ QCoro::Task<SecretStore::Finding> KeyringSecretStore::look(QString service, QStr
     if (!isLocked) {
         const auto locked = co_await lockedDefault(*opened, stop);
         if (!locked)
-            co_return Finding::absent;
+            co_return locked.trouble() == KeyringTrouble::noCollection ? Finding::noItem : Finding::absent;
         isLocked = !locked->empty();
     }
     if (!isLocked)
@@ -111,7 +111,7 @@ template <class T> QCoro::Task<FromKeyring<T>> KeyringSecretStore::persist(Attem
         auto answer = co_await attempt(stop);
         if (stop.stop_requested())
             break;
-        if (answer || answer.trouble() == KeyringTrouble::refused)
+        if (answer || answer.trouble() == KeyringTrouble::refused || answer.trouble() == KeyringTrouble::noCollection)
             co_return answer;
         m_session.reset();
         const auto mayChange = answer.trouble() == KeyringTrouble::failed || answer.trouble() == KeyringTrouble::locked
@@ -211,7 +211,7 @@ QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretSto
     co_return KeyringTrouble::failed;
 }
 
-/// The default collection, if there is one and it is locked.
+/// The default collection, if it is locked.
 QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretStore::lockedDefault(
     Session session, std::stop_token stop)
 {
@@ -219,7 +219,7 @@ QCoro::Task<FromKeyring<std::vector<KeyringSecretStore::Path>>> KeyringSecretSto
     if (!collection)
         co_return collection.trouble();
     if (collection->isEmpty())
-        co_return std::vector<Path>();
+        co_return KeyringTrouble::noCollection;
     const auto isLocked = co_await session->isLocked(*collection, stop);
     if (!isLocked)
         co_return isLocked.trouble();

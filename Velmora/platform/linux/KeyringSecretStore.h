@@ -37,7 +37,7 @@ public:
     /// Ends what is under way. A prompt that is up stays.
     ~KeyringSecretStore() override;
 
-    // The answers in full: the trouble is `absent`, `refused` or `stopped`.
+    // The answers in full: the trouble is `absent`, `refused`, `stopped` or, where no item was found, `noCollection`.
     QCoro::Task<FromKeyring<std::optional<Secret>>> readItem(QString service, QString account, std::stop_token stop);
     QCoro::Task<FromKeyring<>> addItem(QString service, QString account, Secret value);
     QCoro::Task<FromKeyring<>> removeItem(QString service, QString account);

@@ -4,7 +4,9 @@ namespace orvella {
 
 SystemSecretStore::SystemSecretStore(Clock& clock, const QString& folder)
     : m_file(folder)
+    , m_mark(folder)
     , m_keyring(clock)
+    , m_awaitedKeyring(clock, m_keyring)
 {
 }
 
@@ -20,17 +22,17 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
     const auto kept = co_await m_file.read(service, account, stop);
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
-    const auto answer = co_await m_keyring.readItem(service, account, stop);
+    const Key key {service, account};
+    const auto answer = co_await askKeyring(key, stop);
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
-    const Key key {service, account};
-    if (!answer)
-        co_return withoutKeyring(key, kept);
-    if (!*answer) {
-        auto item = co_await withoutItem(key, kept);
-        co_return item;
-    }
-    const auto item = co_await withItem(key, **answer, kept);
+    std::optional<Secret> item;
+    if (answer && *answer)
+        item = co_await withItem(key, **answer, kept);
+    else if (answer || answer.trouble() == KeyringTrouble::noCollection)
+        item = co_await withoutItem(key, kept);
+    else
+        item = co_await withoutKeyring(key, kept, answer.trouble());
     co_return item;
 }
 
@@ -39,7 +41,24 @@ QCoro::Task<SecretStore::Finding> SystemSecretStore::look(QString service, QStri
     return m_keyring.look(std::move(service), std::move(account));
 }
 
-std::optional<Secret> SystemSecretStore::withoutKeyring(const Key& key, const std::optional<Secret>& kept)
+/// Waits for the keyring where the item of this run is not known yet and lies there.
+QCoro::Task<FromKeyring<std::optional<Secret>>> SystemSecretStore::askKeyring(Key key, std::stop_token stop)
+{
+    const auto end = m_end.get_token();
+    auto isAwaited = false;
+    if (!m_held.contains(key))
+        isAwaited = co_await m_mark.isSet(key.first, key.second);
+    if (end.stop_requested())
+        co_return KeyringTrouble::stopped;
+    FromKeyring<std::optional<Secret>> answer;
+    if (isAwaited)
+        answer = co_await m_awaitedKeyring.readItem(key.first, key.second, stop);
+    else
+        answer = co_await m_keyring.readItem(key.first, key.second, stop);
+    co_return answer;
+}
+
+std::optional<Secret> SystemSecretStore::rememberedOr(const Key& key, const std::optional<Secret>& kept)
 {
     if (kept)
         m_held.try_emplace(key, Held {*kept, Place::file});
@@ -47,15 +66,30 @@ std::optional<Secret> SystemSecretStore::withoutKeyring(const Key& key, const st
     return held == m_held.end() ? std::nullopt : std::optional(held->second.value);
 }
 
+QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutKeyring(
+    Key key, std::optional<Secret> kept, KeyringTrouble trouble)
+{
+    const auto fileTakesOver = kept && trouble == KeyringTrouble::absent && !m_held.contains(key);
+    const auto item = rememberedOr(key, kept);
+    if (fileTakesOver)
+        co_await m_mark.clear(key.first, key.second);
+    co_return item;
+}
+
 QCoro::Task<Secret> SystemSecretStore::withItem(Key key, Secret item, std::optional<Secret> kept)
 {
+    const auto end = m_end.get_token();
     const auto held = m_held.find(key);
-    if (held != m_held.end() && held->second.place == Place::file && held->second.value != item)
-        co_return held->second.value;
-    m_held.insert_or_assign(key, Held {item, Place::keyring});
+    const auto isOther = held != m_held.end() && held->second.place == Place::file && held->second.value != item;
+    const auto chosen = isOther ? held->second.value : item;
+    if (!isOther)
+        m_held.insert_or_assign(key, Held {item, Place::keyring});
+    co_await m_mark.set(key.first, key.second);
+    if (end.stop_requested())
+        co_return chosen;
     if (kept == item) // A move that was cut short.
         co_await m_file.remove(key.first, key.second);
-    co_return item;
+    co_return chosen;
 }
 
 QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutItem(Key key, std::optional<Secret> kept)
@@ -63,7 +97,7 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutItem(Key key, std::
     const auto held = m_held.find(key);
     if (held != m_held.end() && held->second.place == Place::keyring) // Somebody has removed it.
         m_held.erase(held);
-    const auto item = withoutKeyring(key, kept);
+    const auto item = rememberedOr(key, kept);
     if (item)
         co_await moveToKeyring(key, *item);
     co_return item;
@@ -81,6 +115,9 @@ QCoro::Task<> SystemSecretStore::moveToKeyring(Key key, Secret value)
         co_return;
     if (const auto held = m_held.find(key); held != m_held.end() && held->second.value == value)
         held->second.place = Place::keyring;
+    co_await m_mark.set(service, account);
+    if (end.stop_requested())
+        co_return;
     co_await m_file.remove(service, account);
 }
 
@@ -93,15 +130,25 @@ QCoro::Task<> SystemSecretStore::add(QString service, QString account, Secret va
     const auto isAbsent = !added && added.trouble() == KeyringTrouble::absent;
     const auto place = added ? Place::keyring : isAbsent ? Place::file : Place::memory;
     m_held.insert_or_assign(Key {service, account}, Held {value, place});
-    if (place == Place::file)
-        co_await m_file.add(service, account, value);
+    if (place == Place::keyring)
+        co_await m_mark.set(service, account);
+    if (place != Place::file)
+        co_return;
+    co_await m_file.add(service, account, value);
+    if (end.stop_requested())
+        co_return;
+    co_await m_mark.clear(service, account);
 }
 
 QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
 {
     const auto end = m_end.get_token();
     m_held.erase(Key {service, account});
-    co_await m_keyring.remove(service, account);
+    const auto removed = co_await m_keyring.removeItem(service, account);
+    if (end.stop_requested())
+        co_return;
+    if (removed)
+        co_await m_mark.clear(service, account);
     if (end.stop_requested())
         co_return;
     co_await m_file.remove(service, account);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/linux/AwaitedKeyring.h"
 #include "platform/linux/FileSecretStore.h"
+#include "platform/linux/KeyringMark.h"
 #include "platform/linux/KeyringSecretStore.h"
 
 #include <map>
@@ -18,9 +20,13 @@ namespace orvella {
 /// an item that the viewer keeps from the keyring serves until the program ends, and is written nowhere. An item of the
 /// file that was answered stays the answer, too, when a keyring with another one appears: what was begun by one device
 /// cannot be ended by another. The keyring's counts from the next run on.
+///
+/// An item that is known to lie in the keyring is waited for, so that a keyring that comes after us at login is not
+/// taken for none: see `KeyringMark` and `AwaitedKeyring`. The mark goes when the item is removed from the keyring, and
+/// when the file serves in the keyring's place. A refusal leaves it, for the item is still there.
 class SystemSecretStore final : public SecretStore {
 public:
-    /// `folder` is where the file lies.
+    /// `folder` is where the file and the marks lie.
     SystemSecretStore(Clock& clock, const QString& folder);
     SystemSecretStore(const SystemSecretStore&) = delete;
     SystemSecretStore& operator=(const SystemSecretStore&) = delete;
@@ -42,7 +48,9 @@ private:
         Place place;
     };
 
-    std::optional<Secret> withoutKeyring(const Key& key, const std::optional<Secret>& kept);
+    QCoro::Task<FromKeyring<std::optional<Secret>>> askKeyring(Key key, std::stop_token stop);
+    std::optional<Secret> rememberedOr(const Key& key, const std::optional<Secret>& kept);
+    QCoro::Task<std::optional<Secret>> withoutKeyring(Key key, std::optional<Secret> kept, KeyringTrouble trouble);
     QCoro::Task<Secret> withItem(Key key, Secret item, std::optional<Secret> kept);
     QCoro::Task<std::optional<Secret>> withoutItem(Key key, std::optional<Secret> kept);
     QCoro::Task<> moveToKeyring(Key key, Secret value);
@@ -51,7 +59,9 @@ private:
     /// The items of this run.
     std::map<Key, Held> m_held;
     FileSecretStore m_file;
+    KeyringMark m_mark;
     KeyringSecretStore m_keyring;
+    AwaitedKeyring m_awaitedKeyring;
 };
 
 } // namespace orvella

@@ -1,4 +1,5 @@
-#include "platform/linux/KeyringSecretStore.h"
+#include "platform/linux/AwaitedKeyring.h"
+#include "support/FakeClock.h"
 #include "support/FakeSecretService.h"
 #include "support/Outcome.h"
 
@@ -55,6 +56,21 @@ private Q_SLOTS:
         QCOMPARE((*adding).trouble(), KeyringTrouble::absent);
         QCOMPARE((*reading).trouble(), KeyringTrouble::absent);
         QCOMPARE((*removing).trouble(), KeyringTrouble::absent);
+    }
+
+    void withoutABusAKnownItemIsAbsentAfterTheWait()
+    {
+        FakeClock virtualClock;
+        KeyringSecretStore store(virtualClock);
+        AwaitedKeyring keyring(virtualClock, store);
+        const Outcome reading(keyring.readItem(kService, kAccount, {}));
+        QTRY_COMPARE(virtualClock.sleepers(), 2U);
+        QTRY_COMPARE(virtualClock.nextPause(), AwaitedKeyring::kLimit);
+
+        virtualClock.advance(AwaitedKeyring::kLimit);
+
+        QVERIFY(reading.isThere());
+        QCOMPARE((*reading).trouble(), KeyringTrouble::absent);
     }
 
     void aBusThatGoesAwayEndsWhatWaitsAndNotTheProgram()
