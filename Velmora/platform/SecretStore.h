@@ -30,8 +30,8 @@ public:
 
     virtual ~SecretStore() = default;
 
-    /// The item's bytes. Nothing where there clearly is no item, where the viewer refuses to unlock, where there is no
-    /// store, or where `stop` was requested.
+    /// The item's bytes. Nothing where there clearly is no item, where the viewer refuses to unlock or there is no
+    /// store and the item is not known from this run, or where `stop` was requested.
     virtual QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) = 0;
 
     /// What a read would find, without asking the viewer for anything.

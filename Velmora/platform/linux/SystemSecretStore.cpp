@@ -29,7 +29,7 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
     std::optional<Secret> item;
     if (answer && *answer)
         item = co_await withItem(key, **answer, kept);
-    else if (answer || answer.trouble() == KeyringTrouble::noCollection)
+    else if (answer || (answer.trouble() == KeyringTrouble::noCollection && !isInKeyring(key)))
         item = co_await withoutItem(key, kept);
     else
         item = co_await withoutKeyring(key, kept, answer.trouble());
@@ -56,6 +56,13 @@ QCoro::Task<FromKeyring<std::optional<Secret>>> SystemSecretStore::askKeyring(Ke
     else
         answer = co_await m_keyring.readItem(key.first, key.second, stop);
     co_return answer;
+}
+
+/// The item of this run lies there: a keyring without a collection has closed it away, not lost it.
+bool SystemSecretStore::isInKeyring(const Key& key) const
+{
+    const auto held = m_held.find(key);
+    return held != m_held.end() && held->second.place == Place::keyring;
 }
 
 std::optional<Secret> SystemSecretStore::rememberedOr(const Key& key, const std::optional<Secret>& kept)
@@ -94,9 +101,8 @@ QCoro::Task<Secret> SystemSecretStore::withItem(Key key, Secret item, std::optio
 
 QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutItem(Key key, std::optional<Secret> kept)
 {
-    const auto held = m_held.find(key);
-    if (held != m_held.end() && held->second.place == Place::keyring) // Somebody has removed it.
-        m_held.erase(held);
+    if (isInKeyring(key)) // Somebody has removed it.
+        m_held.erase(key);
     const auto item = rememberedOr(key, kept);
     if (item)
         co_await moveToKeyring(key, *item);

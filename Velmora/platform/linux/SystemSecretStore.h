@@ -49,6 +49,7 @@ private:
     };
 
     QCoro::Task<FromKeyring<std::optional<Secret>>> askKeyring(Key key, std::stop_token stop);
+    [[nodiscard]] bool isInKeyring(const Key& key) const;
     std::optional<Secret> rememberedOr(const Key& key, const std::optional<Secret>& kept);
     QCoro::Task<std::optional<Secret>> withoutKeyring(Key key, std::optional<Secret> kept, KeyringTrouble trouble);
     QCoro::Task<Secret> withItem(Key key, Secret item, std::optional<Secret> kept);

@@ -181,6 +181,23 @@ private Q_SLOTS:
         QCOMPARE((*after)->reveal(), "token-1");
     }
 
+    void anItemOfThisRunServesWhileTheKeyringHasNoCollection()
+    {
+        service->put(kService, "token-1");
+        service->start();
+        const auto before = read();
+        QTRY_VERIFY(before.isThere());
+        service->items.clear();
+        service->hasCollection = false;
+
+        const auto after = read();
+
+        QTRY_VERIFY(after.isThere());
+        QVERIFY(*after);
+        QCOMPARE((*after)->reveal(), "token-1");
+        QCOMPARE(service->calls(u"CreateCollection"_s), 0);
+    }
+
     void anItemThatWasRemovedIsNotWaitedFor()
     {
         readOnceFromTheKeyring();
