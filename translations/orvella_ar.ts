@@ -137,12 +137,20 @@
         <translation>جزء Orvella الذي يبحث عن التحديثات لا يلائم هذا الإصدار. ابحث عن التحديثات في مركز البرمجيات.</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>يُحدَّث Orvella مع نظامك. ابحث عن التحديثات في مركز البرمجيات.</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>حُدِّث Orvella أثناء تشغيله. أغلقه وشغّله من جديد قبل أن تبحث عن التحديثات.</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>‏Orvella هذا حزمة Flatpak، وتحديثاته تأتي عبر Flatpak. ابحث عنها في مركز البرمجيات.</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>‏Orvella هذا من نوع AppImage، أي أنه ملف واحد. والإصدار الأحدث ملف أحدث: احصل عليه من حيث حصلت على هذا الملف.</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>إذا كان Orvella قد أتى مع حزم نظامك فإنه يُحدَّث معها: ابحث عن التحديثات في مركز البرمجيات. وإلا فاحصل على الإصدار الأحدث من حيث حصلت على هذا الإصدار.</translation>
     </message>
 </context>
 <context>

@@ -137,12 +137,20 @@
         <translation>Der Teil von Orvella, der nach Aktualisierungen sucht, passt nicht zu dieser Version. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella wird zusammen mit Ihrem System aktualisiert. Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen.</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>Orvella wurde aktualisiert, während es lief. Beenden Sie es und starten Sie es neu, bevor Sie nach Aktualisierungen suchen.</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>Dieses Orvella ist ein Flatpak, und Flatpak bringt seine Aktualisierungen. Suchen Sie in Ihrer Softwareverwaltung danach.</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>Dieses Orvella ist ein AppImage, also eine einzelne Datei. Eine neuere Version ist eine neuere Datei: Sie bekommen sie dort, wo Sie diese herhaben.</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>Wenn Orvella aus den Paketen Ihres Systems stammt, wird es zusammen mit ihnen aktualisiert: Suchen Sie in Ihrer Softwareverwaltung nach Aktualisierungen. Andernfalls bekommen Sie eine neuere Version dort, wo Sie diese herhaben.</translation>
     </message>
 </context>
 <context>

@@ -137,12 +137,20 @@
         <translation>La parte de Orvella que busca actualizaciones no corresponde a esta versión. Busca actualizaciones en tu centro de software.</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella se actualiza junto con el sistema. Busca actualizaciones en tu centro de software.</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>Orvella se actualizó mientras se ejecutaba. Sal de la aplicación y vuelve a iniciarla antes de buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>Este Orvella es un Flatpak, y Flatpak trae sus actualizaciones. Búscalas en tu centro de software.</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>Este Orvella es un AppImage, es decir, un único archivo. Una versión más reciente es un archivo más reciente: consíguelo donde conseguiste este.</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>Si Orvella vino con los paquetes del sistema, se actualiza junto con ellos: busca actualizaciones en tu centro de software. Si no, consigue una versión más reciente donde conseguiste esta.</translation>
     </message>
 </context>
 <context>

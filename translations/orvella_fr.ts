@@ -137,12 +137,20 @@
         <translation>La partie d’Orvella qui recherche les mises à jour ne correspond pas à cette version. Recherchez les mises à jour dans votre logithèque.</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella est mis à jour avec votre système. Recherchez les mises à jour dans votre logithèque.</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>Orvella a été mis à jour pendant son exécution. Quittez-le et relancez-le avant de rechercher des mises à jour.</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>Cet Orvella est un Flatpak, et c’est Flatpak qui apporte ses mises à jour. Recherchez-les dans votre logithèque.</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>Cet Orvella est une AppImage, c’est-à-dire un seul fichier. Une version plus récente est un fichier plus récent : procurez-vous-le là où vous avez obtenu celui-ci.</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>Si Orvella provient des paquets de votre système, il est mis à jour avec eux : recherchez les mises à jour dans votre logithèque. Sinon, procurez-vous une version plus récente là où vous avez obtenu celle-ci.</translation>
     </message>
 </context>
 <context>

@@ -137,12 +137,20 @@
         <translation>Orvella のアップデート確認機能がこのバージョンに対応していません。ソフトウェアセンターでアップデートを確認してください。</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>Orvella はシステムと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>Orvella は実行中に更新されました。一度終了し、もう一度起動してからアップデートを確認してください。</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>この Orvella は Flatpak であり、アップデートは Flatpak から届きます。ソフトウェアセンターで確認してください。</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>この Orvella は AppImage、つまり 1 つのファイルです。新しいバージョンは新しいファイルとして提供されます。このファイルの入手元から入手してください。</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>Orvella がシステムのパッケージから入れられたものであれば、パッケージと一緒に更新されます。ソフトウェアセンターでアップデートを確認してください。そうでなければ、新しいバージョンはこのバージョンの入手元から入手してください。</translation>
     </message>
 </context>
 <context>

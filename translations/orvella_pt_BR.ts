@@ -137,12 +137,20 @@
         <translation>A parte do Orvella que procura atualizações não corresponde a esta versão. Procure atualizações na sua central de aplicativos.</translation>
     </message>
     <message>
-        <source>Orvella is updated together with your system. Look for updates in your software centre.</source>
-        <translation>O Orvella é atualizado junto com o sistema. Procure atualizações na sua central de aplicativos.</translation>
-    </message>
-    <message>
         <source>Orvella was updated while it was running. Quit it and start it again before you look for updates.</source>
         <translation>O Orvella foi atualizado enquanto estava em execução. Saia dele e inicie-o novamente antes de procurar atualizações.</translation>
+    </message>
+    <message>
+        <source>This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.</source>
+        <translation>Este Orvella é um Flatpak, e o Flatpak traz as atualizações dele. Procure-as na sua central de aplicativos.</translation>
+    </message>
+    <message>
+        <source>This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you got this one.</source>
+        <translation>Este Orvella é um AppImage, ou seja, um único arquivo. Uma versão mais recente é um arquivo mais recente: obtenha-o onde você obteve este.</translation>
+    </message>
+    <message>
+        <source>If Orvella came with the packages of your system, it is updated together with them: look for updates in your software centre. Otherwise get a newer version where you got this one.</source>
+        <translation>Se o Orvella veio dos pacotes do sistema, ele é atualizado junto com eles: procure atualizações na sua central de aplicativos. Caso contrário, obtenha uma versão mais recente onde você obteve esta.</translation>
     </message>
 </context>
 <context>

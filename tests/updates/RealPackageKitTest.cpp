@@ -74,7 +74,8 @@ private Q_SLOTS:
         m_archive->install({u"orvella"_s, u"0.0.1-1"_s});
         m_authority = std::make_unique<FakeAuthority>();
         m_daemon = std::make_unique<PackageKitDaemon>();
-        m_updater = std::make_unique<PluginUpdater>(ownLibrary(u"orvella-updater.so"_s), m_clock, m_windows);
+        m_updater = std::make_unique<PluginUpdater>(
+            PluginUpdater::Surroundings {ownLibrary(u"orvella-updater.so"_s)}, m_clock, m_windows);
     }
 
     void cleanup()

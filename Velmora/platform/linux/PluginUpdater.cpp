@@ -1,6 +1,8 @@
 #include "platform/linux/PluginUpdater.h"
 
 #include "platform/WindowSystem.h"
+#include "platform/linux/Flatpak.h"
+#include "platform/linux/LastingPath.h"
 #include "platform/linux/UpdaterPlugin.h"
 
 #include <QCoreApplication>
@@ -24,12 +26,14 @@ QString interfaceOf(const QString& library)
 
 } // namespace
 
-PluginUpdater::PluginUpdater(QString library, Clock& clock, WindowSystem& windows)
-    // Anything but an absolute path would be searched for.
-    : m_library(QFileInfo(library).isAbsolute() ? std::move(library) : QString())
+PluginUpdater::PluginUpdater(Surroundings surroundings, Clock& clock, WindowSystem& windows)
+    : m_surroundings(std::move(surroundings))
     , m_clock(clock)
     , m_windows(windows)
 {
+    // Anything but an absolute path would be searched for.
+    if (!QFileInfo(m_surroundings.library).isAbsolute())
+        m_surroundings.library.clear();
 }
 
 PluginUpdater::~PluginUpdater()
@@ -51,21 +55,21 @@ void PluginUpdater::checkForUpdates()
 
 std::unique_ptr<Updater> PluginUpdater::load() const
 {
-    if (m_library.isEmpty() || interfaceOf(m_library) != QLatin1StringView(ORVELLA_UPDATER_IID))
+    const auto& library = m_surroundings.library;
+    if (library.isEmpty() || interfaceOf(library) != QLatin1StringView(ORVELLA_UPDATER_IID))
         return nullptr;
     // Never unloaded: Qt's type system knows types of the library from then on.
-    auto* const plugin = qobject_cast<UpdaterPlugin*>(QPluginLoader(m_library).instance());
+    auto* const plugin = qobject_cast<UpdaterPlugin*>(QPluginLoader(library).instance());
     return plugin ? plugin->makeUpdater(m_clock, m_windows) : nullptr;
 }
 
 /// Why there is no updater.
 QString PluginUpdater::reason() const
 {
-    if (!QFileInfo::exists(m_library))
-        return QCoreApplication::translate(
-            "PluginUpdater", "Orvella is updated together with your system. Look for updates in your software centre.");
+    if (!QFileInfo::exists(m_surroundings.library))
+        return origin();
     // An upgrade puts the library of the new version beside the program of the old one, which runs on.
-    const auto interface = interfaceOf(m_library);
+    const auto interface = interfaceOf(m_surroundings.library);
     if (interface.startsWith(QLatin1StringView(ORVELLA_UPDATER_INTERFACE))
         && interface != QLatin1StringView(ORVELLA_UPDATER_IID))
         return QCoreApplication::translate("PluginUpdater",
@@ -73,6 +77,23 @@ QString PluginUpdater::reason() const
     return QCoreApplication::translate("PluginUpdater",
         "The part of Orvella that looks for updates does not fit this version. Look for updates in your software "
         "centre.");
+}
+
+/// Where updates come from, where nobody looks for them.
+QString PluginUpdater::origin() const
+{
+    const auto& [library, environment, executable] = m_surroundings;
+    if (isInFlatpak(environment))
+        return QCoreApplication::translate("PluginUpdater",
+            "This Orvella is a Flatpak, and Flatpak brings its updates. Look for them in your software centre.");
+    if (lastingPath(environment, executable) != executable)
+        return QCoreApplication::translate("PluginUpdater",
+            "This Orvella is an AppImage, which is a single file. A newer version is a newer file: get it where you "
+            "got this one.");
+    // Packages of the system are not to be told from what somebody has built.
+    return QCoreApplication::translate("PluginUpdater",
+        "If Orvella came with the packages of your system, it is updated together with them: look for updates in your "
+        "software centre. Otherwise get a newer version where you got this one.");
 }
 
 void PluginUpdater::say(const QString& text)

@@ -4,6 +4,7 @@
 
 #include <QMessageBox>
 #include <QPointer>
+#include <QProcessEnvironment>
 #include <QString>
 
 #include <memory>
@@ -13,14 +14,22 @@ namespace orvella {
 class Clock;
 class WindowSystem;
 
-/// Has a library of its own look for updates, which packages of the program may leave out. Without it the system's
-/// packages bring the updates all the same, and the viewer who asks is told so.
+/// Has a library of its own look for updates, which packages of the program may leave out. Without it the viewer who
+/// asks is told where updates come from.
 ///
 /// The library is loaded when the viewer first asks: until then it costs no memory and nobody is asked anything.
 class PluginUpdater final : public Updater {
 public:
-    /// The absolute path of the library, where it is or would be.
-    PluginUpdater(QString library, Clock& clock, WindowSystem& windows);
+    /// What the updater has to know of how the program came here.
+    struct Surroundings {
+        /// The absolute path of the library, where it is or would be.
+        QString library;
+        QProcessEnvironment environment {};
+        /// The program's own executable.
+        QString executable {};
+    };
+
+    PluginUpdater(Surroundings surroundings, Clock& clock, WindowSystem& windows);
     PluginUpdater(const PluginUpdater&) = delete;
     PluginUpdater& operator=(const PluginUpdater&) = delete;
     ~PluginUpdater() override;
@@ -32,9 +41,10 @@ public:
 private:
     [[nodiscard]] std::unique_ptr<Updater> load() const;
     [[nodiscard]] QString reason() const;
+    [[nodiscard]] QString origin() const;
     void say(const QString& text);
 
-    QString m_library;
+    Surroundings m_surroundings;
     Clock& m_clock;
     WindowSystem& m_windows;
     std::unique_ptr<Updater> m_updater;

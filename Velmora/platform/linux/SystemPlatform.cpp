@@ -85,7 +85,7 @@ struct SystemPlatform::Services {
     PortalProxies proxies {QDBusConnection::sessionBus()};
     QString updaterLibrary = ownLibrary(QStringLiteral("orvella-updater.so"));
     LinuxSystemReport report {environment, QDBusConnection::sessionBus(), updaterLibrary};
-    PluginUpdater updater {updaterLibrary, clock, *windows};
+    PluginUpdater updater {{updaterLibrary, environment, QCoreApplication::applicationFilePath()}, clock, *windows};
     DBusInstance instance;
 };
 

@@ -3,14 +3,12 @@
 #include "support/FakePackageKit.h"
 #include "support/FakePlatform.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
 #include <QPluginLoader>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QWindow>
 
 #include <memory>
 
@@ -20,7 +18,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const auto kFileName = u"orvella-updater.so"_s;
-const auto kWithout = u"Orvella is updated together with your system. Look for updates in your software centre."_s;
+const auto kWithout =
+    u"If Orvella came with the packages of your system, it is updated together with them: look for updates in your "
+    "software centre. Otherwise get a newer version where you got this one."_s;
 const auto kUnfit =
     u"The part of Orvella that looks for updates does not fit this version. Look for updates in your software centre."_s;
 const auto kUpdatedMeanwhile =
@@ -64,7 +64,10 @@ class PluginUpdaterTest final : public QObject {
     Q_OBJECT
 
 private:
-    void make(const QString& library) { m_updater = std::make_unique<PluginUpdater>(library, m_clock, m_windows); }
+    void make(const QString& library)
+    {
+        m_updater = std::make_unique<PluginUpdater>(PluginUpdater::Surroundings {library}, m_clock, m_windows);
+    }
 
     /// A folder with a library that fits, to be found by whoever searches for it.
     [[nodiscard]] static bool putDecoy(const QTemporaryDir& folder)
@@ -114,34 +117,6 @@ private Q_SLOTS:
         QCOMPARE(counted("updatersMade"), 1);
         QCOMPARE(counted("updatersAsked"), 2);
         QVERIFY(notices().isEmpty());
-    }
-
-    void withoutTheLibraryTheViewerIsToldWhereUpdatesComeFrom()
-    {
-        make(m_folder.filePath(kFileName));
-
-        m_updater->checkForUpdates();
-
-        QCOMPARE(notices().size(), 1);
-        const auto* const shown = notices().constFirst();
-        QVERIFY(shown->isVisible());
-        QVERIFY(!shown->isModal());
-        QCOMPARE(shown->objectName(), u"updateNotice"_s);
-        QCOMPARE(shown->windowTitle(), u"Orvella"_s);
-        QCOMPARE(shown->text(), kWithout);
-        QCOMPARE(m_windows.activated, std::vector {shown->windowHandle()});
-    }
-
-    /// That nobody was asked is what every test of this class ends with.
-    void withoutTheLibraryNobodyIsAsked()
-    {
-        make(m_folder.filePath(kFileName));
-
-        m_updater->start();
-        m_updater->checkForUpdates();
-        QTest::qWait(200);
-
-        QVERIFY(QDBusConnection::sessionBus().isConnected());
     }
 
     void aLibraryThatIsNoneIsAnError_data()
@@ -260,33 +235,6 @@ private Q_SLOTS:
 
         QCOMPARE(notice(), kWithout);
         QCOMPARE(counted("updatersMade"), 0);
-    }
-
-    void askingAgainBringsTheSameNoticeToTheFront()
-    {
-        make(m_folder.filePath(kFileName));
-        m_updater->checkForUpdates();
-        auto* const first = notices().constFirst();
-        m_windows.activated.clear();
-
-        m_updater->checkForUpdates();
-
-        QCOMPARE(notices(), QList {first});
-        QCOMPARE(m_windows.activated, std::vector {first->windowHandle()});
-    }
-
-    void aClosedNoticeIsGoneAndTheNextOneIsNew()
-    {
-        make(m_folder.filePath(kFileName));
-        m_updater->checkForUpdates();
-        const QPointer<QMessageBox> first(notices().constFirst());
-
-        QTest::mouseClick(first->button(QMessageBox::Ok), Qt::LeftButton);
-
-        QTRY_VERIFY(!first);
-        m_updater->checkForUpdates();
-        QCOMPARE(notices().size(), 1);
-        QVERIFY(notices().constFirst()->isVisible());
     }
 
 private:
