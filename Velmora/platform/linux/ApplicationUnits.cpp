@@ -25,7 +25,7 @@ namespace {
 constexpr int kMostEntries = 50'000;
 constexpr int kMostGroups = 2'000;
 constexpr int kMostLevels = 8;
-constexpr qint64 kMostBytes = 64 * 1024;
+constexpr qint64 kMostBytes = 1 << 16;
 
 /// The group of this process by cgroups(7), its parts from the root on. Nothing where it lies outside of what the
 /// process may see.

@@ -56,8 +56,9 @@ bool hasXEmbedTray()
 
 } // namespace
 
-LinuxSystemReport::LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString updater)
-    : m_environment(std::move(environment))
+LinuxSystemReport::LinuxSystemReport(
+    const QProcessEnvironment& environment, QDBusConnection sessionBus, QString updater)
+    : m_environment(environment)
     , m_sessionBus(std::move(sessionBus))
     , m_updater(std::move(updater))
     , m_proxies(m_sessionBus, kPatience)

@@ -12,7 +12,7 @@ namespace orvella {
 class LinuxSystemReport final : public SystemReport {
 public:
     /// `updater` is the path of the library that looks for updates, be it there or not.
-    LinuxSystemReport(QProcessEnvironment environment, QDBusConnection sessionBus, QString updater = {});
+    LinuxSystemReport(const QProcessEnvironment& environment, QDBusConnection sessionBus, QString updater = {});
 
     /// Waits a tenth of a second at most for each of two answers of the session bus, and starts no service.
     [[nodiscard]] std::vector<Fact> facts() const override;
