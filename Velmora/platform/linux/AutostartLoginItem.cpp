@@ -60,7 +60,7 @@ Result<void> AutostartLoginItem::registerItem()
     QStringList arguments;
     for (const auto& argument : m_options.command)
         arguments.append(DesktopEntry::quotedArgument(argument));
-    // Without the version of the specification: MATE's session takes no entry that names another than 1.0.
+    // No "Version": MATE's session takes no entry that names another than 1.0.
     const auto lines = QStringList {
         u"[Desktop Entry]"_s,
         u"Type=Application"_s,
