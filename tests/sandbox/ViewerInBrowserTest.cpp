@@ -31,9 +31,9 @@ private Q_SLOTS:
         m_browser->open(service.service().origin());
         QCOMPARE(m_browser->address(), service.service().origin() + u"/viewer"_s);
         QCOMPARE(m_browser->text(u"#available"_s), u"$0.00"_s);
-        m_browser->click(u"a.button"_s);
+        m_browser->follow(u"a.button"_s);
         m_browser->type(u"#code"_s, device.code.toLower());
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
 
         QCOMPARE(m_browser->address(), service.service().origin() + u"/viewer?linked="_s + device.deviceId);
         QCOMPARE(m_browser->text(u"#linked"_s), u"Ada’s desk is linked. What it has earned is available now."_s);
@@ -58,7 +58,7 @@ private Q_SLOTS:
         m_browser->open(service.lines.last().section(u' ', -1));
 
         QCOMPARE(m_browser->property(u"#code"_s, u"value"_s), device.code);
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
         QCOMPARE(m_browser->count(u"#linked"_s), 1U);
         const auto wallet = service.get(u"/api/mac/wallet"_s, device.token).data();
         QVERIFY(wallet.at(u"linked"_s) == Json(true));
@@ -72,21 +72,21 @@ private Q_SLOTS:
 
         m_browser->open(service.service().origin() + u"/activate"_s);
         m_browser->type(u"#code"_s, u"ABCD-2345"_s);
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
         QCOMPARE(
             m_browser->text(u"#problem"_s), u"No device has this code. Compare it with the one that Orvella shows."_s);
         QCOMPARE(m_browser->property(u"#code"_s, u"value"_s), u"ABCD-2345"_s);
 
         m_browser->type(u"#code"_s, device.code);
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
         QCOMPARE(m_browser->count(u"#linked"_s), 1U);
         m_browser->open(service.service().origin() + u"/activate?code="_s + device.code);
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
         QCOMPARE(m_browser->text(u"#problem"_s), u"This code has been used: its device is linked already."_s);
 
         service.clock.advance(24h);
         m_browser->type(u"#code"_s, expired.code);
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
         QCOMPARE(m_browser->text(u"#problem"_s), u"This code has expired: it was valid for 24 hours."_s);
     }
 
@@ -97,7 +97,7 @@ private Q_SLOTS:
 
         m_browser->open(u"data:text/html,<form method=post action='%1/activate'><input name=code value='%2'>"
                         "<button>Win a prize</button></form>"_s.arg(service.service().origin(), device.code));
-        m_browser->click(u"button"_s);
+        m_browser->follow(u"button"_s);
 
         QCOMPARE(m_browser->text(u"h1"_s), u"The form came from another site"_s);
         const auto wallet = service.get(u"/api/mac/wallet"_s, device.token).data();

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <memory>
+#include <tuple>
 
 namespace orvella::sandbox {
 
@@ -108,9 +109,16 @@ void Browser::type(const QString& selector, const QString& keys)
     command("POST", target + u"/value"_s, {{u"text"_s, keys}});
 }
 
-void Browser::click(const QString& selector)
+void Browser::follow(const QString& selector)
 {
+    // What is written on the window goes with its page.
+    std::ignore = evaluate(u"window.isLeft = 'not yet'"_s);
     command("POST", element(selector) + u"/click"_s);
+    const auto isThere = [this] {
+        return evaluate(u"window.isLeft === undefined && document.readyState === 'complete'"_s) == u"true";
+    };
+    if (!QTest::qWaitFor(isThere, kStartMilliseconds))
+        qFatal("The browser does not follow %s.", qPrintable(selector));
 }
 
 std::size_t Browser::count(const QString& selector)

@@ -26,7 +26,8 @@ public:
     [[nodiscard]] QString property(const QString& selector, const QString& name);
     [[nodiscard]] QString style(const QString& selector, const QString& name);
     void type(const QString& selector, const QString& keys);
-    void click(const QString& selector);
+    /// Clicks on what leads to a page, and waits until that is there: the driver may answer before the browser leaves.
+    void follow(const QString& selector);
 
     /// How many elements a CSS selector finds.
     [[nodiscard]] std::size_t count(const QString& selector);
