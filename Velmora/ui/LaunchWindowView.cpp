@@ -212,10 +212,17 @@ void LaunchWindowView::openDashboard()
         m_browser.open(*address);
 }
 
-/// The state tells before it changes; what it is then is known when the loop turns again.
+void LaunchWindowView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    refresh();
+}
+
+/// The state tells before it changes; what it is then is known when the loop turns again. A window that is not shown is
+/// brought up to date when it is.
 void LaunchWindowView::scheduleRefresh()
 {
-    if (std::exchange(m_isRefreshScheduled, true))
+    if (!isVisible() || std::exchange(m_isRefreshScheduled, true))
         return;
     QMetaObject::invokeMethod(this, &LaunchWindowView::refresh, Qt::QueuedConnection);
 }

@@ -28,6 +28,9 @@ public:
 
     LaunchWindowView(const Look& look, AppState& state, Browser& browser, Actions actions);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     // In the order of the screen.
     QLayout* header();

@@ -232,14 +232,16 @@ bool MenuPopoverView::eventFilter(QObject* watched, QEvent* event)
 void MenuPopoverView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    refresh();
     m_offerMoved.reset();
     m_scroll->restart();
 }
 
-/// The state tells before it changes; what it is then is known when the loop turns again.
+/// The state tells before it changes; what it is then is known when the loop turns again. While the menu is not shown,
+/// nothing is laid out for nobody: it is brought up to date when it opens.
 void MenuPopoverView::scheduleRefresh()
 {
-    if (std::exchange(m_isRefreshScheduled, true))
+    if (!isVisible() || std::exchange(m_isRefreshScheduled, true))
         return;
     QMetaObject::invokeMethod(this, &MenuPopoverView::refresh, Qt::QueuedConnection);
 }

@@ -156,6 +156,7 @@ private Q_SLOTS:
         world.state->appSignalConsent = true;
         settle();
         MenuPopoverView menu(world.look, *world.state, world.platform.lend(), {[] {}, [] {}});
+        menu.show();
         QVERIFY(world.button(u"appSignalConsent"_s)->isEnabled());
         QVERIFY(world.button(u"appSignalConsent"_s)->isChecked());
         QCOMPARE(world.text(u"consentHint"_s), QString());

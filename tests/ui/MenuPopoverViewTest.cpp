@@ -128,6 +128,21 @@ private Q_SLOTS:
         QCOMPARE(world.text(u"earned"_s), u"$48.12"_s);
     }
 
+    void whatChangedWhileItWasClosedIsThereWhenItOpens()
+    {
+        World world;
+        world.view->hide();
+        world.state->pendingCents = 1234;
+        world.state->lastError = u"no network"_s;
+        settle();
+        QCOMPARE(world.text(u"error"_s), QString());
+
+        world.view->show();
+
+        QCOMPARE(world.text(u"pending"_s), u"$12.34"_s);
+        QCOMPARE(world.text(u"error"_s), u"no network"_s);
+    }
+
     void onlyWhatWasPaidOutIsShownAsPaidOut_data()
     {
         QTest::addColumn<qint64>("cents");

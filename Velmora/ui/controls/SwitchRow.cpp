@@ -48,6 +48,12 @@ QSize SwitchRow::sizeHint() const
         .grownBy(reach());
 }
 
+/// The layouts ask for it far more often than for the other, and measuring a text is dear.
+QSize SwitchRow::minimumSizeHint() const
+{
+    return {0, QSize(0, look().lineHeight(TypeStyle::body)).grownBy(reach()).height()};
+}
+
 void SwitchRow::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);

@@ -16,7 +16,7 @@ public:
 
     [[nodiscard]] QMargins reach() const override;
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
