@@ -22,6 +22,11 @@ QUrl serviceAddress(const SettingsStore& settings)
     return address;
 }
 
+APIClient::Body ofSession(QString sessionId)
+{
+    return [sessionId = std::move(sessionId)] { return Json::Object {{u"sessionId"_s, sessionId}}; };
+}
+
 } // namespace
 
 APIClient::APIClient(const Platform& platform, Transport& transport)
@@ -36,47 +41,54 @@ APIClient::APIClient(const Platform& platform, Transport& transport)
 QCoro::Task<Result<DeviceRegistration>> APIClient::registerDevice(
     bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
 {
-    return post<DeviceRegistration>(endpoints::kRegister,
-        {
-            {u"deviceName"_s, m_device.name().value_or(u"Mac"_s)},
-            {u"appVersion"_s, m_device.applicationVersion().value_or(u"0.1.0"_s)},
-            {u"anonymousMode"_s, anonymousMode},
-            {u"appSignalConsent"_s, appSignalConsent},
-            {u"autoOpenAds"_s, autoOpenAds},
-            {u"language"_s, language()},
-        },
-        Authorization::none, std::move(stop));
+    const Json::Object body {
+        {u"deviceName"_s, m_device.name().value_or(u"Mac"_s)},
+        {u"appVersion"_s, m_device.applicationVersion().value_or(u"0.1.0"_s)},
+        {u"anonymousMode"_s, anonymousMode},
+        {u"appSignalConsent"_s, appSignalConsent},
+        {u"autoOpenAds"_s, autoOpenAds},
+        {u"language"_s, language()},
+    };
+    return post<DeviceRegistration>(
+        endpoints::kRegister, [body] { return body; }, Authorization::none, std::move(stop));
 }
 
-QCoro::Task<Result<EmptyPayload>> APIClient::preferences(
-    bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
+QCoro::Task<Result<EmptyPayload>> APIClient::preferences(std::function<Preferences()> current, std::stop_token stop)
 {
-    return post<EmptyPayload>(endpoints::kPreferences,
-        {
-            {u"anonymousMode"_s, anonymousMode},
-            {u"appSignalConsent"_s, appSignalConsent},
-            {u"autoOpenAds"_s, autoOpenAds},
-        },
-        Authorization::deviceToken, std::move(stop));
+    const auto body = [current = std::move(current)] {
+        const auto now = current();
+        return Json::Object {
+            {u"anonymousMode"_s, now.anonymousMode},
+            {u"appSignalConsent"_s, now.appSignalConsent},
+            {u"autoOpenAds"_s, now.autoOpenAds},
+        };
+    };
+    return post<EmptyPayload>(endpoints::kPreferences, body, Authorization::deviceToken, std::move(stop));
 }
 
 QCoro::Task<Result<AdSession>> APIClient::startSession(AvailableAd ad, bool anonymousMode, std::stop_token stop)
 {
-    return post<AdSession>(endpoints::kSessionStart,
-        {
-            {u"campaignId"_s, ad.campaignId},
-            {u"creativeId"_s, ad.creativeId},
-            {u"anonymousMode"_s, anonymousMode},
-            {u"language"_s, ad.language},
-            {u"matchedCategories"_s, ad.matchedCategories},
-        },
-        Authorization::deviceToken, std::move(stop));
+    const Json::Object body {
+        {u"campaignId"_s, ad.campaignId},
+        {u"creativeId"_s, ad.creativeId},
+        {u"anonymousMode"_s, anonymousMode},
+        {u"language"_s, ad.language},
+        {u"matchedCategories"_s, ad.matchedCategories},
+    };
+    return post<AdSession>(
+        endpoints::kSessionStart, [body] { return body; }, Authorization::deviceToken, std::move(stop));
 }
 
 QCoro::Task<Result<CompletionResponse>> APIClient::complete(QString sessionId, std::stop_token stop)
 {
-    return post<CompletionResponse>(endpoints::kSessionComplete, {{u"sessionId"_s, std::move(sessionId)}},
-        Authorization::deviceToken, std::move(stop));
+    return post<CompletionResponse>(
+        endpoints::kSessionComplete, ofSession(std::move(sessionId)), Authorization::deviceToken, std::move(stop));
+}
+
+QCoro::Task<Result<ClickResponse>> APIClient::click(QString sessionId, std::stop_token stop)
+{
+    return post<ClickResponse>(
+        endpoints::kClick, ofSession(std::move(sessionId)), Authorization::deviceToken, std::move(stop));
 }
 
 QString APIClient::language() const
@@ -84,7 +96,8 @@ QString APIClient::language() const
     return m_locale.languageCode().value_or(u"en"_s);
 }
 
-QCoro::Task<> APIClient::run(std::shared_ptr<ServiceCallBase> call, Authorization authorization, std::stop_token stop)
+QCoro::Task<> APIClient::run(
+    std::shared_ptr<ServiceCallBase> call, Body body, Authorization authorization, std::stop_token stop)
 {
     if (authorization == Authorization::deviceToken) {
         auto token = co_await m_keychain.deviceToken(stop);
@@ -94,6 +107,8 @@ QCoro::Task<> APIClient::run(std::shared_ptr<ServiceCallBase> call, Authorizatio
         if (token)
             call->authorize(*std::move(token));
     }
+    if (body)
+        call->setBody(body());
     co_await m_transport.run(call, stop);
 }
 

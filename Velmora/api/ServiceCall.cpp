@@ -45,6 +45,11 @@ void ServiceCallBase::authorize(Secret token)
     m_request.token = std::move(token);
 }
 
+void ServiceCallBase::setBody(Json::Object body)
+{
+    m_request.body = std::move(body);
+}
+
 Result<HttpRequest> ServiceCallBase::request() const
 {
     HttpRequest request {m_request.method, ServiceAddress::resolve(m_request.baseURL, m_request.path), {}, {}};

@@ -23,6 +23,7 @@ public:
 
     /// Sends the device token along.
     void authorize(Secret token);
+    void setBody(Json::Object body);
 
     [[nodiscard]] Result<HttpRequest> request() const final;
 

@@ -135,11 +135,14 @@ QCoro::Task<> AppState::heartbeat()
 
 QCoro::Task<> AppState::heartbeat(std::stop_token stop)
 {
-    const auto categories = currentConsentedCategories();
-    auto body = availabilityBody(categories);
-    body.insert_or_assign(u"rawAppCount"_s, categories.rawAppCount);
-    const auto answer = co_await m_api.post<EmptyPayload>(
-        endpoints::kHeartbeat, std::move(body), APIClient::Authorization::deviceToken, stop);
+    const auto body = [this] {
+        const auto categories = currentConsentedCategories();
+        auto members = availabilityBody(categories);
+        members.insert_or_assign(u"rawAppCount"_s, categories.rawAppCount);
+        return members;
+    };
+    const auto answer =
+        co_await m_api.post<EmptyPayload>(endpoints::kHeartbeat, body, APIClient::Authorization::deviceToken, stop);
     if (stop.stop_requested())
         co_return;
     noteOutcome(answer);
@@ -152,9 +155,9 @@ QCoro::Task<> AppState::pollForAd()
 
 QCoro::Task<> AppState::pollForAd(std::stop_token stop)
 {
-    auto body = availabilityBody(currentConsentedCategories());
+    const auto body = [this] { return availabilityBody(currentConsentedCategories()); };
     const auto answer = co_await m_api.post<AvailabilityResponse>(
-        endpoints::kAdsAvailable, std::move(body), APIClient::Authorization::deviceToken, stop);
+        endpoints::kAdsAvailable, body, APIClient::Authorization::deviceToken, stop);
     if (stop.stop_requested())
         co_return;
     if (answer)
@@ -236,7 +239,8 @@ void AppState::finishAd(const AvailableAd& ad)
 
 void AppState::anonymousModeAssigned()
 {
-    if (anonymousMode() && appSignalConsent())
+    // Consent without a confirmed age may have been found in the settings: it ends with the first choice of the viewer.
+    if (appSignalConsent() && (anonymousMode() || !ageConfirmed()))
         appSignalConsent = false;
     anonymousMode.store();
     startSendingPreferences();
@@ -279,7 +283,8 @@ QCoro::Task<> AppState::sendPreferences()
 
 QCoro::Task<> AppState::sendPreferences(std::stop_token stop)
 {
-    const auto answer = co_await m_api.preferences(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
+    const auto current = [this] { return APIClient::Preferences {anonymousMode(), appSignalConsent(), autoOpenAds()}; };
+    const auto answer = co_await m_api.preferences(current, stop);
     if (stop.stop_requested())
         co_return;
     noteOutcome(answer);

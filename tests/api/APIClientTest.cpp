@@ -217,7 +217,7 @@ private Q_SLOTS:
         world.transport.answer(endpoints::kPreferences, HttpReply {204, {}});
         auto client = world.client();
 
-        const auto answer = answered(client.preferences(true, false, false, {}));
+        const auto answer = answered(client.preferences([] { return APIClient::Preferences {}; }, {}));
 
         QCOMPARE(answer.error().kind, Failure::Kind::undecodable);
     }

@@ -65,6 +65,40 @@ private Q_SLOTS:
         QCOMPARE(world.sent(), std::vector {preferences(false, false, false)});
     }
 
+    void foundConsentWithoutConfirmedAgeEndsWithTheFirstChoice()
+    {
+        World world({{u"anonymousMode"_s, false}, {u"appSignalConsent"_s, true}});
+        QVERIFY(world.state->appSignalConsent());
+
+        world.state->anonymousMode = false;
+
+        QVERIFY(!world.state->appSignalConsent());
+        QCOMPARE(world.stored(u"appSignalConsent"_s), false);
+    }
+
+    void whatIsSentIsWhatHoldsWhenTheKeyringIsUnlocked()
+    {
+        World world({{u"anonymousMode"_s, false}, {u"appSignalConsent"_s, true}, {u"ageConfirmed"_s, true}});
+        world.platform.secrets.put(Keychain::kService, "token");
+        world.platform.applications.running = {{true, u"org.blender.Blender"_s, u"Blender"_s}};
+        world.platform.secrets.isLocked = true;
+        world.state->heartbeat();
+        world.state->autoOpenAds = true;
+        settle();
+
+        world.state->anonymousMode = true;
+        settle();
+        world.platform.secrets.unlock();
+        settle();
+
+        const auto heartbeats = world.transport.requests(endpoints::kHeartbeat);
+        QCOMPARE(heartbeats.size(), 1U);
+        QCOMPARE(heartbeats.front().body.at(u"categories"_s), Json(Json::Array()));
+        QCOMPARE(heartbeats.front().body.at(u"rawAppCount"_s), Json(0LL));
+        for (const auto& body : world.sent())
+            QCOMPARE(body, preferences(true, false, true));
+    }
+
     void consentWithConfirmedAgeIsStoredAndSent()
     {
         World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}});

@@ -1,14 +1,12 @@
 #include "ui/ad/AdViewing.h"
 
 #include "api/APIClient.h"
-#include "api/Endpoints.h"
 #include "base/WebAddress.h"
 #include "platform/Browser.h"
 
 namespace orvella {
 
 using namespace std::chrono_literals;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -112,8 +110,7 @@ QCoro::Task<> AdViewing::openAd()
         co_return;
     }
     const auto stop = m_lifetime.get_token();
-    const auto click = co_await m_api.post<ClickResponse>(
-        endpoints::kClick, {{u"sessionId"_s, session()->sessionId}}, APIClient::Authorization::deviceToken, stop);
+    const auto click = co_await m_api.click(session()->sessionId, stop);
     if (stop.stop_requested() || !click)
         co_return;
     openPage(click->targetUrl);
