@@ -117,6 +117,11 @@ QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_to
             co_await self->pollForAd(stop);
         if (stop.stop_requested())
             co_return;
+        // A wallet that could not be had, at the start or after an ad, is made up for once the service answers again.
+        if (self && self->m_isWalletOverdue && !self->lastError())
+            co_await self->refreshWallet(stop);
+        if (stop.stop_requested())
+            co_return;
         const auto pause = self ? std::chrono::seconds(self->m_pollSeconds) : kOrphanInterval;
         const auto suspended = clock.suspended();
         co_await clock.sleepThroughSuspension(pause, stop);
@@ -214,18 +219,29 @@ QCoro::Task<> AppState::refreshWallet()
 
 QCoro::Task<> AppState::refreshWallet(std::stop_token stop)
 {
+    const auto question = ++m_walletQuestions;
     const auto answer = co_await m_api.get<WalletResponse>(endpoints::kWallet, stop);
     if (stop.stop_requested())
         co_return;
-    if (answer) {
-        linked = answer->linked;
-        availableCents = answer->wallet.availableCents;
-        pendingCents = answer->wallet.pendingCents;
-        paidCents = answer->wallet.paidCents;
-        lifetimeCents = answer->wallet.lifetimeCents;
-        statusTitle = availableAd() ? QString(kAdTitle) : balanceTitle();
-    }
+    noteWallet(question, answer);
     noteOutcome(answer);
+}
+
+void AppState::noteWallet(qint64 question, const Result<WalletResponse>& answer)
+{
+    // What a later answer has overtaken knows nothing of what was earned in between.
+    if (question < m_answeredWalletQuestion)
+        return;
+    m_isWalletOverdue = !answer;
+    if (!answer)
+        return;
+    m_answeredWalletQuestion = question;
+    linked = answer->linked;
+    availableCents = answer->wallet.availableCents;
+    pendingCents = answer->wallet.pendingCents;
+    paidCents = answer->wallet.paidCents;
+    lifetimeCents = answer->wallet.lifetimeCents;
+    statusTitle = availableAd() ? QString(kAdTitle) : balanceTitle();
 }
 
 void AppState::finishAd(const AvailableAd& ad)

@@ -114,6 +114,7 @@ private:
     /// A success clears the last error, a failure becomes it.
     template <class T> void noteOutcome(const Result<T>& answer);
     void offer(const AvailabilityResponse& response);
+    void noteWallet(qint64 question, const Result<WalletResponse>& answer);
     [[nodiscard]] Json::Object availabilityBody(const AppSignalClassifier::Categories& categories) const;
     [[nodiscard]] QString balanceTitle() const;
 
@@ -123,6 +124,11 @@ private:
     APIClient m_api;
     Keychain m_keychain;
     qint64 m_pollSeconds;
+    qint64 m_walletQuestions = 0;
+    /// The latest of them that has had an answer.
+    qint64 m_answeredWalletQuestion = 0;
+    /// What is shown may lack what was earned.
+    bool m_isWalletOverdue = false;
     CreativeSuppression m_suppressedCreativeIds;
     bool m_hasViewerAskedForLoginItem = false;
 };

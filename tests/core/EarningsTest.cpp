@@ -63,6 +63,52 @@ private Q_SLOTS:
         QCOMPARE(world.state.statusTitle(), u"AD"_s);
     }
 
+    void anAnswerThatALaterOneHasOvertakenIsDropped()
+    {
+        World world;
+        auto early = world.transport.hold(endpoints::kWallet);
+        world.refresh();
+        world.refresh();
+        QCOMPARE(world.state.lifetimeCents(), 4812);
+
+        auto old = aWallet();
+        old.wallet.lifetimeCents = 4800;
+        early.answer(200, old);
+
+        QCOMPARE(world.state.lifetimeCents(), 4812);
+    }
+
+    void aWalletThatCouldNotBeHadIsAskedForAfterTheNextPoll()
+    {
+        World world;
+        world.transport.fail(endpoints::kWallet, u"no network"_s);
+        world.refresh();
+        world.transport.answer(endpoints::kWallet, aWallet());
+
+        world.state.startPolling();
+        settle();
+
+        QCOMPARE(world.transport.paths(),
+            (QStringList {endpoints::kWallet, endpoints::kHeartbeat, endpoints::kAdsAvailable, endpoints::kWallet}));
+        QCOMPARE(world.state.lifetimeCents(), 4812);
+        world.platform.clock.advance(300s);
+        QCOMPARE(world.transport.count(endpoints::kWallet), 2);
+    }
+
+    void itIsNotAskedForWhileTheServiceDoesNotAnswer()
+    {
+        World world;
+        world.transport.fail(endpoints::kWallet, u"no network"_s);
+        world.transport.fail(endpoints::kAdsAvailable, u"no network"_s);
+        world.refresh();
+
+        world.state.startPolling();
+        world.platform.clock.advance(300s);
+
+        QCOMPARE(world.transport.count(endpoints::kAdsAvailable), 2);
+        QCOMPARE(world.transport.count(endpoints::kWallet), 1);
+    }
+
     void aWalletThatIsNoLongerLinkedSaysSo()
     {
         World world;
