@@ -33,17 +33,31 @@ void FakeClock::advance(duration pause)
     settle();
     const auto end = m_now + pause;
     while (!m_timers.empty() && m_timers.begin()->first.at <= end) {
-        const auto due = m_timers.extract(m_timers.begin());
-        m_now = std::max(m_now, due.key().at);
-        due.mapped().elapsed();
+        elapseNext();
         settle();
     }
     m_now = end;
 }
 
+bool FakeClock::elapseNext()
+{
+    if (m_timers.empty())
+        return false;
+    const auto due = m_timers.extract(m_timers.begin());
+    m_now = std::max(m_now, due.key().at);
+    due.mapped().elapsed();
+    return true;
+}
+
 void FakeClock::suspend(duration pause)
 {
     settle();
+    standStill(pause);
+    advance(duration::zero());
+}
+
+void FakeClock::standStill(duration pause)
+{
     std::map<Due, Timer> timers;
     for (auto& [due, timer] : m_timers) {
         const auto standstill = timer.counts == Counts::awakeTime ? pause : duration::zero();
@@ -52,7 +66,6 @@ void FakeClock::suspend(duration pause)
     m_timers = std::move(timers);
     m_now += pause;
     m_suspended += pause;
-    advance(duration::zero());
 }
 
 void settle()

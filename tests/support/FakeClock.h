@@ -26,6 +26,15 @@ public:
     /// elapse in the end.
     void suspend(duration pause);
 
+    /// Lets the next timer elapse at its time, without the work that it posts; false where there is none.
+    bool elapseNext();
+
+    /// Lets time pass in which the machine is suspended. Whatever became due has not elapsed yet.
+    void standStill(duration pause);
+
+    /// Lets time pass in which the machine runs and the program does not.
+    void skip(duration pause) { m_now += pause; }
+
     /// How many flows are asleep.
     [[nodiscard]] std::size_t sleepers() const { return m_timers.size(); }
 

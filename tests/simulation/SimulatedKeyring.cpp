@@ -1,0 +1,153 @@
+#include "simulation/SimulatedKeyring.h"
+
+#include <array>
+
+namespace orvella::simulation {
+
+using namespace std::chrono_literals;
+using namespace Qt::Literals::StringLiterals;
+
+struct SimulatedKeyring::Reader {
+    std::coroutine_handle<> waiting;
+    std::optional<std::stop_callback<std::function<void()>>> onStop;
+
+    void resume()
+    {
+        onStop.reset();
+        if (waiting)
+            std::exchange(waiting, {}).resume();
+    }
+};
+
+/// Waits until the keyring has an answer, or the flow is stopped.
+class SimulatedKeyring::Patience final {
+public:
+    Patience(SimulatedKeyring& keyring, std::stop_token stop)
+        : m_keyring(keyring)
+        , m_stop(std::move(stop))
+    {
+    }
+
+    [[nodiscard]] bool await_ready() const noexcept
+    {
+        const bool isBusy = m_keyring.m_mood == Mood::locked || m_keyring.m_mood == Mood::slow;
+        const bool isFree = m_keyring.m_answersUntil <= m_keyring.m_clock.now();
+        return (!isBusy && isFree) || m_stop.stop_requested();
+    }
+
+    void await_suspend(std::coroutine_handle<> waiting)
+    {
+        const auto reader = std::make_shared<Reader>();
+        reader->waiting = waiting;
+        reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
+        if (m_keyring.m_mood == Mood::locked)
+            m_keyring.m_readers.push_back(reader);
+        else
+            m_keyring.answerLater(reader);
+    }
+
+    void await_resume() const noexcept {}
+
+private:
+    SimulatedKeyring& m_keyring;
+    std::stop_token m_stop;
+};
+
+SimulatedKeyring::SimulatedKeyring(Clock& clock, Chance& chance, Journal& journal)
+    : m_clock(clock)
+    , m_chance(chance)
+    , m_journal(journal)
+{
+}
+
+QCoro::Task<std::optional<Secret>> SimulatedKeyring::read(QString service, QString /*account*/, std::stop_token stop)
+{
+    ++m_waiting;
+    co_await Patience(*this, stop);
+    --m_waiting;
+    if (stop.stop_requested())
+        co_return std::nullopt;
+    auto secret = found(service);
+    m_hasFoundNothing = !secret;
+    co_return secret;
+}
+
+QCoro::Task<SecretStore::Finding> SimulatedKeyring::look(QString service, QString /*account*/)
+{
+    switch (m_mood) {
+    case Mood::open:
+    case Mood::slow:
+        break;
+    case Mood::locked:
+        co_return Finding::locked;
+    case Mood::refusing:
+        co_return Finding::refused;
+    case Mood::absent:
+        co_return Finding::absent;
+    }
+    co_return m_items.contains(service) ? Finding::item : Finding::noItem;
+}
+
+QCoro::Task<> SimulatedKeyring::add(QString service, QString /*account*/, Secret value)
+{
+    m_journal.note(u"keyring: add "_s + service);
+    ++m_waiting;
+    co_await Patience(*this, {});
+    --m_waiting;
+    m_known.insert_or_assign(service, value.reveal());
+    if (m_mood != Mood::refusing && m_mood != Mood::absent)
+        m_items.insert_or_assign(service, value.reveal());
+}
+
+QCoro::Task<> SimulatedKeyring::remove(QString service, QString /*account*/)
+{
+    m_journal.note(u"keyring: remove "_s + service);
+    ++m_waiting;
+    co_await Patience(*this, {});
+    --m_waiting;
+    m_known.erase(service);
+    if (m_mood != Mood::refusing && m_mood != Mood::absent)
+        m_items.erase(service);
+}
+
+void SimulatedKeyring::change()
+{
+    using enum Mood;
+    static constexpr std::array kMoods {open, open, open, slow, locked, refusing, absent};
+    m_mood = m_chance.pick(kMoods);
+    m_journal.note(u"keyring: mood %1"_s.arg(static_cast<int>(m_mood)));
+    if (m_mood != locked)
+        resumeReaders();
+}
+
+void SimulatedKeyring::forgetRun()
+{
+    m_known.clear();
+    m_hasFoundNothing = false;
+}
+
+std::optional<Secret> SimulatedKeyring::found(const QString& service)
+{
+    if (const auto known = m_known.find(service); known != m_known.end())
+        return Secret(known->second);
+    const auto item = m_items.find(service);
+    if (item == m_items.end() || m_mood == Mood::refusing || m_mood == Mood::absent)
+        return std::nullopt;
+    m_known.insert_or_assign(service, item->second);
+    return Secret(item->second);
+}
+
+void SimulatedKeyring::resumeReaders()
+{
+    for (const auto& reader : std::exchange(m_readers, {}))
+        answerLater(reader);
+}
+
+void SimulatedKeyring::answerLater(const std::shared_ptr<Reader>& reader)
+{
+    const auto pause = m_mood == Mood::slow ? m_chance.between(1ms, 9s) : 0ms;
+    m_answersUntil = std::max(m_answersUntil, m_clock.now()) + pause;
+    m_clock.startAlarm(m_answersUntil - m_clock.now(), [reader] { reader->resume(); });
+}
+
+} // namespace orvella::simulation
