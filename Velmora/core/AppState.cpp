@@ -89,7 +89,7 @@ QCoro::Task<bool> AppState::registerDevice(std::stop_token stop)
     co_await m_keychain.deleteToken(Keychain::kService);
     if (stop.stop_requested())
         co_return false;
-    co_await m_keychain.writeToken(registration->deviceToken, Keychain::kService);
+    co_await m_keychain.writeToken(registration->deviceToken, Keychain::kService, stop);
     if (stop.stop_requested())
         co_return false;
     activationCode = registration->activationCode;

@@ -21,12 +21,14 @@ QCoro::Task<std::optional<Secret>> Keychain::readToken(QString service, std::sto
     co_return token;
 }
 
-QCoro::Task<> Keychain::writeToken(Secret token, QString service) const
+QCoro::Task<> Keychain::writeToken(Secret token, QString service, std::stop_token stop) const
 {
     auto* const secrets = m_secrets;
     if (!token.reveal().isValidUtf8())
         co_return;
     co_await secrets->remove(service, kAccount);
+    if (stop.stop_requested())
+        co_return;
     co_await secrets->add(service, kAccount, std::move(token));
 }
 
@@ -49,7 +51,7 @@ QCoro::Task<std::optional<Secret>> Keychain::deviceToken(std::stop_token stop) c
     token = co_await keychain.readToken(kLegacyService, stop);
     if (!token || stop.stop_requested())
         co_return std::nullopt;
-    co_await keychain.writeToken(*token, kService);
+    co_await keychain.writeToken(*token, kService, stop);
     co_return token;
 }
 

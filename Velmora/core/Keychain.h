@@ -18,8 +18,9 @@ public:
 
     /// The token under `service`. An empty item is a token; one that is not UTF-8 is none.
     QCoro::Task<std::optional<Secret>> readToken(QString service, std::stop_token stop) const;
-    /// Replaces the token under `service`.
-    QCoro::Task<> writeToken(Secret token, QString service) const;
+    /// Replaces the token under `service`. Ends between the two steps where `stop` was requested: the store may be
+    /// gone.
+    QCoro::Task<> writeToken(Secret token, QString service, std::stop_token stop) const;
     QCoro::Task<> deleteToken(QString service) const;
 
     /// The token wherever it is; one that only the older name has is copied to the current one.

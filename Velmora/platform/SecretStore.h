@@ -14,6 +14,9 @@ namespace orvella {
 ///
 /// Nothing here blocks the main thread. Failures are silent by contract: a store that refuses reads as empty and keeps
 /// what it has. While the viewer is being asked to unlock the keyring, calls wait.
+///
+/// A change goes on when the flow that asked for it is stopped, and ends with the store at the latest. So whoever waits
+/// for one may resume when the store is gone, and asks its own stop token before it touches the store again.
 class SecretStore {
 public:
     /// What a store has to say of an item.

@@ -69,8 +69,8 @@ private Q_SLOTS:
         FakeSecrets secrets;
         const Keychain keychain(secrets);
 
-        keychain.writeToken(Secret("t"), Keychain::kService);
-        keychain.writeToken(Secret("t"), Keychain::kService);
+        keychain.writeToken(Secret("t"), Keychain::kService, {});
+        keychain.writeToken(Secret("t"), Keychain::kService, {});
 
         QCOMPARE(secrets.items(Keychain::kService), std::vector<QByteArray> {"t"});
     }
@@ -79,9 +79,21 @@ private Q_SLOTS:
     {
         FakeSecrets secrets;
 
-        Keychain(secrets).writeToken(Secret("t"), Keychain::kService);
+        Keychain(secrets).writeToken(Secret("t"), Keychain::kService, {});
 
         QCOMPARE(secrets.operations, (QStringList {u"remove orvella.device-token"_s, u"add orvella.device-token"_s}));
+    }
+
+    void aStoppedWriteAddsNothing()
+    {
+        FakeSecrets secrets;
+        std::stop_source stop;
+        stop.request_stop();
+
+        Keychain(secrets).writeToken(Secret("t"), Keychain::kService, stop.get_token());
+
+        QVERIFY(secrets.items(Keychain::kService).empty());
+        QVERIFY(!secrets.operations.contains(u"add orvella.device-token"_s));
     }
 
     void aTokenThatIsNotUtf8IsNotWrittenAndTheOldOneStays()
@@ -89,7 +101,7 @@ private Q_SLOTS:
         FakeSecrets secrets;
         secrets.put(Keychain::kService, "old");
 
-        Keychain(secrets).writeToken(Secret("\xff"), Keychain::kService);
+        Keychain(secrets).writeToken(Secret("\xff"), Keychain::kService, {});
 
         QCOMPARE(secrets.items(Keychain::kService), std::vector<QByteArray> {"old"});
     }
@@ -134,7 +146,7 @@ private Q_SLOTS:
         const Keychain keychain(secrets);
 
         static_cast<void>(finished(keychain.deviceToken({})));
-        keychain.writeToken(Secret("new"), Keychain::kService);
+        keychain.writeToken(Secret("new"), Keychain::kService, {});
         keychain.deleteToken(Keychain::kService);
 
         for (const auto& operation : secrets.operations)
