@@ -1,7 +1,5 @@
 #include "platform/linux/FileSecretStore.h"
 
-#include "platform/linux/Background.h"
-
 #include <QCoroFuture>
 
 namespace orvella {
@@ -15,7 +13,7 @@ QCoro::Task<std::optional<Secret>> FileSecretStore::read(QString service, QStrin
 {
     if (stop.stop_requested())
         co_return std::nullopt;
-    auto reading = inBackground([file = m_file, service, account] { return file.read(service, account); });
+    auto reading = m_thread.run([file = m_file, service, account] { return file.read(service, account); });
     auto item = co_await reading;
     co_return stop.stop_requested() ? std::nullopt : std::move(item);
 }
@@ -28,13 +26,13 @@ QCoro::Task<SecretStore::Finding> FileSecretStore::look(QString service, QString
 
 QCoro::Task<> FileSecretStore::add(QString service, QString account, Secret value)
 {
-    auto writing = inBackground([file = m_file, service, account, value] { return file.put(service, account, value); });
+    auto writing = m_thread.run([file = m_file, service, account, value] { return file.put(service, account, value); });
     co_await writing;
 }
 
 QCoro::Task<> FileSecretStore::remove(QString service, QString account)
 {
-    auto writing = inBackground([file = m_file, service, account] { return file.remove(service, account); });
+    auto writing = m_thread.run([file = m_file, service, account] { return file.remove(service, account); });
     co_await writing;
 }
 

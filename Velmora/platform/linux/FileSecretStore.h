@@ -1,13 +1,15 @@
 #pragma once
 
 #include "platform/SecretStore.h"
+#include "platform/linux/BackgroundThread.h"
 #include "platform/linux/SecretFile.h"
 
 namespace orvella {
 
 /// Keeps secrets in a file that only its owner can read, where there is no keyring. See `SecretFile`.
 ///
-/// The file is read and written on the shared background threads.
+/// The file is read and written on a thread of the store. A change that has begun is made, also when the store goes
+/// away, which waits for it.
 class FileSecretStore final : public SecretStore {
 public:
     /// The folder is made when the first item is added.
@@ -21,6 +23,7 @@ public:
 
 private:
     SecretFile m_file;
+    BackgroundThread m_thread;
 };
 
 } // namespace orvella

@@ -1,7 +1,6 @@
 #include "platform/linux/KeyringMark.h"
 
 #include "platform/linux/AtomicFile.h"
-#include "platform/linux/Background.h"
 
 #include <QCoroFuture>
 #include <QFile>
@@ -16,23 +15,23 @@ KeyringMark::KeyringMark(QString folder)
 {
 }
 
-QCoro::Task<bool> KeyringMark::isSet(QString service, QString account) const
+QCoro::Task<bool> KeyringMark::isSet(QString service, QString account)
 {
-    auto looking = inBackground([file = path(service, account)] { return QFile::exists(file); });
+    auto looking = m_thread.run([file = path(service, account)] { return QFile::exists(file); });
     const auto found = co_await looking;
     co_return found;
 }
 
-QCoro::Task<> KeyringMark::set(QString service, QString account) const
+QCoro::Task<> KeyringMark::set(QString service, QString account)
 {
-    auto writing = inBackground(
+    auto writing = m_thread.run(
         [file = path(service, account)] { return QFile::exists(file) || AtomicFile(file).replace({}).has_value(); });
     co_await writing;
 }
 
-QCoro::Task<> KeyringMark::clear(QString service, QString account) const
+QCoro::Task<> KeyringMark::clear(QString service, QString account)
 {
-    auto removing = inBackground([file = path(service, account)] { return QFile::remove(file); });
+    auto removing = m_thread.run([file = path(service, account)] { return QFile::remove(file); });
     co_await removing;
 }
 

@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThreadPool>
 
+#include <latch>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -292,6 +294,34 @@ private Q_SLOTS:
 
         QTRY_VERIFY(reading.isThere());
         QVERIFY(!*reading);
+    }
+
+    void requestsThatHangDoNotHoldUpTheStore()
+    {
+        auto* const pool = QThreadPool::globalInstance();
+        std::latch end(1);
+        for (int number = 0; number < pool->maxThreadCount(); ++number)
+            pool->start([&end] { end.wait(); });
+        QTRY_COMPARE(pool->activeThreadCount(), pool->maxThreadCount());
+        const auto letEnd = qScopeGuard([&] {
+            end.count_down();
+            pool->waitForDone();
+        });
+
+        add(kService, "token-1");
+
+        QCOMPARE(read(kService), "token-1");
+    }
+
+    void aChangeThatHasBegunIsMadeWhenTheStoreGoesAway()
+    {
+        const Outcome adding(store->add(kService, kAccount, Secret("token-1")));
+
+        store.reset();
+
+        QTRY_VERIFY(adding.isThere());
+        store = std::make_unique<FileSecretStore>(folder);
+        QCOMPARE(read(kService), "token-1");
     }
 
     void changesAtTheSameTimeAreAllKept()

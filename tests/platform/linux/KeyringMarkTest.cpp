@@ -65,7 +65,7 @@ private Q_SLOTS:
 
     void aNameThatIsNoFileNameStaysInTheFolder()
     {
-        const KeyringMark mark(home->path());
+        KeyringMark mark(home->path());
         const Outcome setting(mark.set(u"a/../b"_s, kAccount));
         QTRY_VERIFY(setting.isThere());
 
