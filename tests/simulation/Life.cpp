@@ -72,7 +72,7 @@ Life::Life(quint64 seed, Journal::Telling telling)
     if (m_chance.oneIn(3))
         m_network.change();
     if (m_chance.oneIn(3))
-        m_keyring.change();
+        m_keyring.changeMood();
     awaitViewer();
     recur(1min, 8h, &Life::networkChanges);
     recur(1min, 12h, &Life::keyringChanges);
@@ -99,7 +99,6 @@ void Life::live(std::chrono::days days)
 void Life::start()
 {
     m_journal.note(u"program: starts"_s);
-    m_keyring.forgetRun();
     m_run = std::make_unique<Run>(*this, m_folder.filePath(u"settings.json"_s));
     step();
 }
@@ -114,6 +113,8 @@ void Life::stop()
     m_run.reset();
     doPostedWork();
     rules.reset();
+    m_keyring.endRun();
+    doPostedWork();
 }
 
 void Life::step()
@@ -154,7 +155,7 @@ void Life::networkChanges()
 
 void Life::keyringChanges()
 {
-    m_keyring.change();
+    m_keyring.changeMood();
 }
 
 void Life::desktopChanges()

@@ -79,7 +79,7 @@ Rules::~Rules()
 {
     expect(m_world.programClock.running() == 0, u"A timer runs on after the end of the program."_s);
     expect(m_world.network.waiting() == 0, u"A request is waited for after the end of the program."_s);
-    expect(m_world.keyring.waiting() == 0, u"The keyring is waited for after the end of the program."_s);
+    expect(m_world.keyring.reading() == 0, u"The keyring is waited for after the end of the program."_s);
     expect(QApplication::topLevelWidgets().isEmpty(), u"A window is left after the end of the program."_s);
     const auto nobody = [&journal = m_world.journal](const auto& /*call*/) {
         journal.broken(u"The network is used while the program does not run."_s);

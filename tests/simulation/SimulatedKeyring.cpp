@@ -40,6 +40,8 @@ public:
         const auto reader = std::make_shared<Reader>();
         reader->waiting = waiting;
         reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
+        std::erase_if(m_keyring.m_waiting, [](const auto& earlier) { return earlier.expired(); });
+        m_keyring.m_waiting.push_back(reader);
         if (m_keyring.m_mood == Mood::locked)
             m_keyring.m_readers.push_back(reader);
         else
@@ -62,9 +64,9 @@ SimulatedKeyring::SimulatedKeyring(Clock& clock, Chance& chance, Journal& journa
 
 QCoro::Task<std::optional<Secret>> SimulatedKeyring::read(QString service, QString /*account*/, std::stop_token stop)
 {
-    ++m_waiting;
+    ++m_reading;
     co_await Patience(*this, stop);
-    --m_waiting;
+    --m_reading;
     if (stop.stop_requested())
         co_return std::nullopt;
     auto secret = found(service);
@@ -90,27 +92,35 @@ QCoro::Task<SecretStore::Finding> SimulatedKeyring::look(QString service, QStrin
 
 QCoro::Task<> SimulatedKeyring::add(QString service, QString /*account*/, Secret value)
 {
-    m_journal.note(u"keyring: add "_s + service);
-    ++m_waiting;
-    co_await Patience(*this, {});
-    --m_waiting;
+    const bool isMade = co_await isChanged(u"keyring: add "_s + service);
+    if (!isMade)
+        co_return;
     m_known.insert_or_assign(service, value.reveal());
-    if (m_mood != Mood::refusing && m_mood != Mood::absent)
+    if (keepsChanges())
         m_items.insert_or_assign(service, value.reveal());
 }
 
 QCoro::Task<> SimulatedKeyring::remove(QString service, QString /*account*/)
 {
-    m_journal.note(u"keyring: remove "_s + service);
-    ++m_waiting;
-    co_await Patience(*this, {});
-    --m_waiting;
+    const bool isMade = co_await isChanged(u"keyring: remove "_s + service);
+    if (!isMade)
+        co_return;
     m_known.erase(service);
-    if (m_mood != Mood::refusing && m_mood != Mood::absent)
+    if (keepsChanges())
         m_items.erase(service);
 }
 
-void SimulatedKeyring::change()
+QCoro::Task<bool> SimulatedKeyring::isChanged(QString event)
+{
+    m_journal.note(event);
+    const auto run = m_run;
+    ++m_changing;
+    co_await Patience(*this, {});
+    --m_changing;
+    co_return run == m_run;
+}
+
+void SimulatedKeyring::changeMood()
 {
     using enum Mood;
     static constexpr std::array kMoods {open, open, open, slow, locked, refusing, absent};
@@ -120,8 +130,14 @@ void SimulatedKeyring::change()
         resumeReaders();
 }
 
-void SimulatedKeyring::forgetRun()
+void SimulatedKeyring::endRun()
 {
+    ++m_run;
+    m_readers.clear();
+    for (const auto& waiting : std::exchange(m_waiting, {})) {
+        if (const auto reader = waiting.lock())
+            reader->resume();
+    }
     m_known.clear();
     m_hasFoundNothing = false;
 }

@@ -22,23 +22,26 @@ public:
     QCoro::Task<> remove(QString service, QString account) override;
 
     /// What the viewer or the desktop does to it.
-    void change();
-    /// A new run of the program knows nothing of what the last one was told.
-    void forgetRun();
+    void changeMood();
+    /// The program has ended: what it waited for comes to nothing, and the next run knows nothing of what this one was
+    /// told.
+    void endRun();
 
     /// Calls that have not been answered yet.
-    [[nodiscard]] int waiting() const { return m_waiting; }
+    [[nodiscard]] int waiting() const { return m_reading + m_changing; }
+    /// Those of them that ask for an item. A change goes on when its flow is over.
+    [[nodiscard]] int reading() const { return m_reading; }
     /// Whether the last reading found nothing, so that a registration is due.
     [[nodiscard]] bool hasFoundNothing() const { return m_hasFoundNothing; }
-
-    /// What a run may have read or stored.
-    [[nodiscard]] const std::map<QString, QByteArray>& items() const { return m_items; }
 
 private:
     enum class Mood { open, slow, locked, refusing, absent };
     struct Reader;
     class Patience;
 
+    /// False where the program has ended meanwhile.
+    QCoro::Task<bool> isChanged(QString event);
+    [[nodiscard]] bool keepsChanges() const { return m_mood != Mood::refusing && m_mood != Mood::absent; }
     [[nodiscard]] std::optional<Secret> found(const QString& service);
     void resumeReaders();
     void answerLater(const std::shared_ptr<Reader>& reader);
@@ -50,9 +53,13 @@ private:
     std::map<QString, QByteArray> m_items;
     std::map<QString, QByteArray> m_known;
     std::vector<std::shared_ptr<Reader>> m_readers;
+    /// Also those who are answered soon.
+    std::vector<std::weak_ptr<Reader>> m_waiting;
     /// One answer comes after the other.
     Instant m_answersUntil;
-    int m_waiting = 0;
+    int m_reading = 0;
+    int m_changing = 0;
+    int m_run = 0;
     bool m_hasFoundNothing = false;
 };
 
