@@ -1,5 +1,9 @@
 #include "platform/linux/AtomicFile.h"
 
+#include "platform/linux/Descriptor.h"
+#include "platform/linux/FolderSync.h"
+#include "platform/linux/Uninterrupted.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -20,50 +24,18 @@ namespace {
 // As many links as the kernel itself follows.
 constexpr int kMostLinks = 40;
 
-/// An open file that closes itself.
-class Descriptor final {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    ~Descriptor()
-    {
-        if (isOpen())
-            ::close(m_number);
-    }
-
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-
-    [[nodiscard]] bool write(const QByteArray& content) const
-    {
-        qsizetype done = 0;
-        while (done < content.size()) {
-            const auto written =
-                ::write(m_number, content.constData() + done, static_cast<size_t>(content.size() - done));
-            if (written < 0 && errno != EINTR)
-                return false;
-            if (written > 0)
-                done += written;
-        }
-        return true;
-    }
-
-    [[nodiscard]] bool sync() const { return ::fsync(m_number) == 0; }
-
-private:
-    int m_number;
-};
-
-bool syncFolder(const QString& folder)
+bool writeAll(const Descriptor& file, const QByteArray& content)
 {
-    const Descriptor opened(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Some file systems cannot sync a folder; they say EINVAL and keep its entries safe themselves.
-    return opened.isOpen() && (opened.sync() || errno == EINVAL);
+    qsizetype done = 0;
+    while (done < content.size()) {
+        const auto written = uninterrupted([&] {
+            return ::write(file.number(), content.constData() + done, static_cast<size_t>(content.size() - done));
+        });
+        if (written <= 0)
+            return false;
+        done += written;
+    }
+    return true;
 }
 
 bool makePath(const QString& folder)
@@ -89,12 +61,15 @@ bool isOccupied(const QString& target)
 /// Writes the content to a new file beside the target and moves it there.
 bool replaceTarget(const QString& target, const QByteArray& content)
 {
+    QByteArray temporary;
     // mkostemp makes it readable by the user only.
-    auto temporary = QFile::encodeName(target + u".XXXXXX"_s);
-    const Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    const Descriptor file(uninterrupted([&] {
+        temporary = QFile::encodeName(target + u".XXXXXX"_s);
+        return ::mkostemp(temporary.data(), O_CLOEXEC);
+    }));
     if (!file.isOpen())
         return false;
-    if (file.write(content) && file.sync()
+    if (writeAll(file, content) && uninterrupted([&] { return ::fsync(file.number()); }) == 0
         && ::rename(temporary.constData(), QFile::encodeName(target).constData()) == 0)
         return true;
     const auto reason = errno;

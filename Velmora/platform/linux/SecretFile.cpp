@@ -1,11 +1,12 @@
 #include "platform/linux/SecretFile.h"
 
 #include "base/Json.h"
+#include "platform/linux/SetAside.h"
+#include "platform/linux/Uninterrupted.h"
 
 #include <QFile>
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -46,11 +47,12 @@ public:
     {
         if (!file.m_file.makeFolder())
             return;
-        m_folder = ::open(QFile::encodeName(file.m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const auto name = QFile::encodeName(file.m_folder);
+        m_folder = uninterrupted([&] { return ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
         struct stat found {};
         m_isHeld = m_folder >= 0 && ::fstat(m_folder, &found) == 0 && found.st_uid == ::geteuid()
             && ((found.st_mode & kForOthers) == 0 || ::fchmod(m_folder, S_IRWXU) == 0)
-            && ::flock(m_folder, LOCK_EX) == 0;
+            && uninterrupted([&] { return ::flock(m_folder, LOCK_EX); }) == 0;
     }
 
     Lock(const Lock&) = delete;
@@ -89,7 +91,7 @@ bool SecretFile::put(const QString& service, const QString& account, const Secre
     if (!lock.isHeld())
         return false;
     auto content = load();
-    if (content.state == State::unknown || (content.state == State::unusable && !setAside()))
+    if (content.state == State::unknown || (content.state == State::unusable && !setAside(m_path)))
         return false;
     content.items.insert_or_assign({service, account}, value);
     return save(content.items);
@@ -110,7 +112,9 @@ bool SecretFile::remove(const QString& service, const QString& account) const
 SecretFile::Content SecretFile::load() const
 {
     // Neither a link is followed nor a pipe waited for.
-    const auto number = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const auto name = QFile::encodeName(m_path);
+    const auto number =
+        uninterrupted([&] { return ::open(name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); });
     if (number < 0) {
         const auto isMissing = errno == ENOENT || errno == ENOTDIR;
         const auto isUnusable = errno == ELOOP || errno == ENXIO || errno == EACCES;
@@ -168,21 +172,6 @@ bool SecretFile::save(const Items& items) const
     }
     const auto content = Json(Json::Object {{u"version"_s, kVersion}, {u"items"_s, std::move(list)}}).serialise();
     return content && m_file.replace(*content);
-}
-
-bool SecretFile::setAside() const
-{
-    constexpr int kMostTries = 1000;
-    for (int number = 1; number <= kMostTries; ++number) {
-        const auto name = m_path + u".unreadable-%1"_s.arg(number);
-        if (::renameat2(AT_FDCWD, QFile::encodeName(m_path).constData(), AT_FDCWD, QFile::encodeName(name).constData(),
-                RENAME_NOREPLACE)
-            == 0)
-            return true;
-        if (errno != EEXIST)
-            return false;
-    }
-    return false;
 }
 
 } // namespace orvella

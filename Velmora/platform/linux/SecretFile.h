@@ -40,7 +40,6 @@ private:
 
     [[nodiscard]] Content load() const;
     [[nodiscard]] bool save(const Items& items) const;
-    [[nodiscard]] bool setAside() const;
     [[nodiscard]] static std::optional<Items> parse(const QByteArray& text);
 
     QString m_folder;
