@@ -1,44 +1,67 @@
 #include "platform/linux/FileSettingsStore.h"
 
+#include "platform/linux/SetAside.h"
+#include "platform/linux/Uninterrupted.h"
+
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <tuple>
+#include <unistd.h>
 
 namespace orvella {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // Far more than settings ever need; a larger file is not ours.
 constexpr qint64 kGreatestSize = 1 << 20;
 
-std::optional<Json::Object> readObject(const QString& path)
+/// What is in the file's place.
+struct Found {
+    enum class Kind {
+        noFile,
+        object,
+        /// A file that has to be moved aside before another one may take its place.
+        unreadable,
+        /// A device, a pipe or a folder; or it could not be told what.
+        untouchable,
+    };
+
+    Kind kind = Kind::untouchable;
+    Json::Object members;
+};
+
+Found parse(const QByteArray& content)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kGreatestSize)
-        return std::nullopt;
-    const auto content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return std::nullopt;
-    const auto value = Json::parse(content);
+    const auto value = content.size() <= kGreatestSize ? Json::parse(content) : Result<Json>(Json());
     const auto* const members = value ? value->object() : nullptr;
-    return members ? std::optional(*members) : std::nullopt;
+    return members ? Found {Found::Kind::object, *members} : Found {Found::Kind::unreadable, {}};
 }
 
-bool setAside(const QString& path)
+Found lookAt(const QString& path)
 {
-    constexpr int kMostTries = 1000;
-    for (int number = 1; number <= kMostTries; ++number) {
-        const auto name = path + u".unreadable-%1"_s.arg(number);
-        if (QFileInfo(name).exists() || QFileInfo(name).isSymLink())
-            continue;
-        return QFile::rename(path, name);
+    const auto name = QFile::encodeName(path);
+    struct stat found {};
+    // Only a file that is clearly absent may be made anew: another one may hold the viewer's settings.
+    if (::stat(name.constData(), &found) != 0)
+        return {errno == ENOENT || errno == ENOTDIR ? Found::Kind::noFile : Found::Kind::untouchable, {}};
+    // A device must not even be opened.
+    if (!S_ISREG(found.st_mode))
+        return {};
+    // It may be another one by now; a pipe would block.
+    const auto number = uninterrupted([&] { return ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); });
+    if (number < 0)
+        return {errno == EACCES ? Found::Kind::unreadable : Found::Kind::untouchable, {}};
+    QFile file;
+    if (!file.open(number, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(number);
+        return {};
     }
-    return false;
+    if (::fstat(number, &found) != 0 || !S_ISREG(found.st_mode))
+        return {};
+    const auto content = file.read(kGreatestSize + 1);
+    return file.error() == QFileDevice::NoError ? parse(content) : Found {Found::Kind::unreadable, {}};
 }
 
 } // namespace
@@ -46,7 +69,8 @@ bool setAside(const QString& path)
 FileSettingsStore::FileSettingsStore(const QString& path)
     : m_file(path)
 {
-    load();
+    if (const auto target = m_file.target())
+        m_values = lookAt(*target).members;
 }
 
 std::optional<bool> FileSettingsStore::boolean(const QString& key) const
@@ -65,47 +89,34 @@ std::optional<QString> FileSettingsStore::string(const QString& key) const
 
 void FileSettingsStore::setBoolean(const QString& key, bool value)
 {
-    m_values.insert_or_assign(key, Json(value));
-    write();
+    set(key, Json(value));
 }
 
 void FileSettingsStore::setInteger(const QString& key, qint64 value)
 {
-    m_values.insert_or_assign(key, Json(value));
-    write();
+    set(key, Json(value));
 }
 
-void FileSettingsStore::load()
+void FileSettingsStore::set(const QString& key, Json value)
 {
-    const auto path = m_file.target();
-    if (!path)
-        return;
-    struct stat found {};
-    if (::stat(QFile::encodeName(*path).constData(), &found) != 0) {
-        // Only a file that is clearly absent may be made anew: another one may hold the viewer's settings.
-        if (errno == ENOENT || errno == ENOTDIR)
-            m_state = State::writable;
-        return;
-    }
-    // A device must not be moved, and a pipe would block.
-    if (!S_ISREG(found.st_mode))
-        return;
-    if (auto members = readObject(*path)) {
-        m_values = std::move(*members);
-        m_state = State::writable;
-        return;
-    }
-    m_state = State::unreadable;
+    m_values.insert_or_assign(key, std::move(value));
+    m_unwritten.insert(key);
+    write();
 }
 
 void FileSettingsStore::write()
 {
-    if (m_state == State::unreadable) {
-        const auto path = m_file.target();
-        m_state = path && setAside(*path) ? State::writable : State::untouchable;
-    }
-    if (m_state != State::writable)
+    const auto path = m_file.target();
+    if (!path)
         return;
+    auto found = lookAt(*path);
+    if (found.kind == Found::Kind::untouchable || (found.kind == Found::Kind::unreadable && !setAside(*path)))
+        return;
+    if (found.kind == Found::Kind::object) {
+        for (const auto& key : m_unwritten)
+            found.members.insert_or_assign(key, m_values.at(key));
+        m_values = std::move(found.members);
+    }
     // One line for each setting, for the people who look into the file.
     QByteArrayList lines;
     for (const auto& [key, value] : m_values) {
@@ -114,8 +125,8 @@ void FileSettingsStore::write()
         if (name && text)
             lines.append("  " + *name + ": " + *text);
     }
-    // The memory keeps a value that could not be written, and the next change writes it too.
-    std::ignore = m_file.replace("{\n" + lines.join(",\n") + "\n}\n");
+    if (m_file.replace("{\n" + lines.join(",\n") + "\n}\n"))
+        m_unwritten.clear();
 }
 
 } // namespace orvella

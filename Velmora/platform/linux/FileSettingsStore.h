@@ -6,15 +6,18 @@
 
 #include <QString>
 
+#include <set>
+
 namespace orvella {
 
-/// The settings as a JSON object in a file, read once at construction and written, synced to the disk, at every change.
+/// The settings as a JSON object in a file, read at construction and written, synced to the disk, at every change.
 ///
-/// What the program does not know in the file stays in it. A file that cannot be read, or is not a JSON object, is
-/// moved aside under a new name ("settings.json.unreadable-1") before the first change is written, so that a program
-/// that only reads changes nothing; where even that is refused, or where the path leads to something other than a file,
-/// nothing is written in this run. A value that could not be written counts all the same
-/// until the program ends, and goes out with the next change.
+/// A change is made to the file as it is then: what the program does not know in it, and what somebody else has changed
+/// in it meanwhile, stays. A file that cannot be read, or is not a JSON object, is moved aside under a new name
+/// ("settings.json.unreadable-1") before the first change is written, so that a program that only reads changes
+/// nothing; while that is refused, or the path leads to something other than a file, or what is there cannot be told,
+/// nothing is written. A value that could not be written counts all the same until the program ends, and goes out with
+/// the next change that can be.
 class FileSettingsStore final : public SettingsStore {
 public:
     explicit FileSettingsStore(const QString& path);
@@ -26,20 +29,13 @@ public:
     void setInteger(const QString& key, qint64 value) override;
 
 private:
-    enum class State {
-        /// The file is ours, or clearly absent.
-        writable,
-        /// There is one that has to be moved aside first.
-        unreadable,
-        untouchable,
-    };
-
-    void load();
+    void set(const QString& key, Json value);
     void write();
 
     AtomicFile m_file;
     Json::Object m_values;
-    State m_state = State::untouchable;
+    /// The keys whose values the file does not have yet.
+    std::set<QString> m_unwritten;
 };
 
 } // namespace orvella

@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList({u"settings.json"_s, u"settings.json.unreadable-1"_s}));
     }
 
-    void whatCannotBeSetAsideIsNotOverwrittenEither()
+    void whatCannotBeSetAsideIsNotOverwrittenAndGoesAsideOnceItCan()
     {
         write("not JSON");
         QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5555));
@@ -169,12 +169,14 @@ private Q_SLOTS:
             store->setBoolean(u"autoOpenAds"_s, true);
         }
         QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
-
-        store->setBoolean(u"anonymousMode"_s, false);
-
         QCOMPARE(store->boolean(u"autoOpenAds"_s), true);
         QCOMPARE(content(), "not JSON");
         QCOMPARE(entries(), QStringList {u"settings.json"_s});
+
+        store->setBoolean(u"anonymousMode"_s, false);
+
+        QCOMPARE(contentOf(path() + u".unreadable-1"_s), "not JSON");
+        QCOMPARE(content(), "{\n  \"anonymousMode\": false,\n  \"autoOpenAds\": true\n}\n");
     }
 
     void aFolderInItsPlaceIsLeftAlone()
