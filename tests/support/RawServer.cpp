@@ -33,7 +33,23 @@ RawServer::RawServer(std::unique_ptr<QTcpServer> server, bool isSecure, Answer a
     , m_answer(std::move(answer))
 {
     connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, this, &RawServer::accept);
-    if (!m_server->listen(QHostAddress::LocalHost))
+    reopen();
+    m_port = m_server->serverPort();
+}
+
+void RawServer::setTls(const QSslConfiguration& tls)
+{
+    qobject_cast<QSslServer*>(m_server.get())->setSslConfiguration(tls);
+}
+
+void RawServer::close()
+{
+    m_server->close();
+}
+
+void RawServer::reopen()
+{
+    if (!m_server->isListening() && !m_server->listen(QHostAddress::LocalHost, m_port))
         qFatal("The test server cannot listen.");
 }
 

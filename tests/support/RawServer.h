@@ -30,7 +30,15 @@ public:
     /// Called with each connection, before anything is read from it.
     void onConnection(std::function<void(RawConnection&)> connected) { m_connected = std::move(connected); }
 
-    [[nodiscard]] quint16 port() const { return m_server->serverPort(); }
+    /// Answers otherwise from now on.
+    void setAnswer(Answer answer) { m_answer = std::move(answer); }
+    /// Shows another certificate, or speaks otherwise, from the next connection on. Only for one that speaks TLS.
+    void setTls(const QSslConfiguration& tls);
+    /// Refuses connections until `reopen`, which comes back under the same address.
+    void close();
+    void reopen();
+
+    [[nodiscard]] quint16 port() const { return m_port; }
 
     [[nodiscard]] QUrl url(const QString& path = QStringLiteral("/")) const;
 
@@ -48,6 +56,7 @@ private:
 
     std::unique_ptr<QTcpServer> m_server;
     bool m_isSecure;
+    quint16 m_port = 0;
     Answer m_answer;
     std::function<void(RawConnection&)> m_connected = [](RawConnection&) {};
     std::vector<RawConnection*> m_connections;

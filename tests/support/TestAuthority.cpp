@@ -57,6 +57,16 @@ QSslConfiguration TestAuthority::selfSignedServer(const QString& name) const
     return configuration(u"self.pem"_s, u"self.key"_s);
 }
 
+QSslConfiguration TestAuthority::ofOldDays(QSslConfiguration server, const QByteArray& protocol)
+{
+    // OpenSSL has the old protocols still, but only where nothing is asked of the ciphers.
+    server.setProtocol(QSsl::AnyProtocol);
+    server.setBackendConfigurationOption("CipherString", QByteArray("ALL:@SECLEVEL=0"));
+    server.setBackendConfigurationOption("MinProtocol", protocol);
+    server.setBackendConfigurationOption("MaxProtocol", protocol);
+    return server;
+}
+
 void TestAuthority::openssl(const QStringList& arguments) const
 {
     QProcess process;

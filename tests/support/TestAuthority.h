@@ -22,6 +22,10 @@ public:
     /// What a server needs that vouches for itself.
     [[nodiscard]] QSslConfiguration selfSignedServer(const QString& name) const;
 
+    /// The same server when it was young: it speaks nothing newer than this protocol, as OpenSSL calls it, for example
+    /// "TLSv1.1".
+    [[nodiscard]] static QSslConfiguration ofOldDays(QSslConfiguration server, const QByteArray& protocol);
+
 private:
     [[nodiscard]] QString path(const QString& file) const { return m_folder.filePath(file); }
 
