@@ -1,6 +1,7 @@
 #include "api/APIClient.h"
 
 #include "api/Endpoints.h"
+#include "api/ThisComputer.h"
 #include "platform/Device.h"
 #include "platform/Platform.h"
 #include "platform/SettingsStore.h"
@@ -19,6 +20,9 @@ QUrl serviceAddress(const SettingsStore& settings)
     const bool isWeb = address.scheme() == u"https" || address.scheme() == u"http";
     if (!address.isValid() || !isWeb || address.host().isEmpty())
         qFatal("The address of the service, the setting apiBaseURL, is not a valid web address.");
+    // The token goes there, and who pays whom.
+    if (address.scheme() == u"http" && !isThisComputer(address.host()))
+        qFatal("The address of the service, the setting apiBaseURL, may be http on this computer only, else https.");
     return address;
 }
 

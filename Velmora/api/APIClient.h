@@ -35,7 +35,7 @@ public:
     };
 
     /// Talks to the address in the setting "apiBaseURL", else to the production service. An address that is none stops
-    /// the program: it is a mistake of whoever set it.
+    /// the program, and so does plain http to another computer: it is a mistake of whoever set it.
     APIClient(const Platform& platform, Transport& transport);
 
     APIClient(const APIClient&) = delete;

@@ -2,6 +2,7 @@
 
 #include "api/CurlFailure.h"
 #include "api/DesktopProxy.h"
+#include "api/ThisComputer.h"
 #include "base/Version.h"
 
 #include <QCoreApplication>
@@ -226,6 +227,11 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
 
 void CurlTransfer::setProxy(CURL* easy, const QUrl& url)
 {
+    // A proxy would take what is meant for this computer out of it, and over plain http in everyone's sight.
+    if (isThisComputer(url.host())) {
+        curl_easy_setopt(easy, CURLOPT_NOPROXY, "*");
+        return;
+    }
     if (!m_options.proxies)
         return;
     // Without an option libcurl follows the environment; an empty one is no proxy. Exceptions of the environment count

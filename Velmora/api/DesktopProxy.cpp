@@ -1,8 +1,7 @@
 #include "api/DesktopProxy.h"
 
+#include "api/ThisComputer.h"
 #include "platform/Proxies.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
@@ -22,15 +21,6 @@ bool environmentNamesProxyFor(const QString& scheme)
     else
         variables.push_back("http_proxy");
     return std::ranges::any_of(variables, [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
-}
-
-/// RFC 6761, section 6.3; RFC 1122, section 3.2.1.3; RFC 4291, sections 2.5.3 and 2.5.5.2.
-bool isThisComputer(const QString& host)
-{
-    static const QRegularExpression own(
-        QStringLiteral(R"(^(([^.]+\.)*localhost\.?|(::ffff:)?127\.\d+\.\d+\.\d+|::1)$)"),
-        QRegularExpression::CaseInsensitiveOption);
-    return own.match(host).hasMatch();
 }
 
 } // namespace

@@ -90,6 +90,55 @@ private Q_SLOTS:
         }));
     }
 
+    void plainHttpIsForThisComputerOnly_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<bool>("isTaken");
+        const auto row = [](const char* address, bool isTaken) {
+            QTest::newRow(address) << QString::fromLatin1(address) << isTaken;
+        };
+        row("http://localhost", true);
+        row("HTTP://LOCALHOST:8787/", true);
+        row("http://orvella.localhost:8787", true);
+        row("http://127.0.0.1:8787", true);
+        row("http://127.255.255.254", true);
+        row("http://127.1", true);
+        row("http://[::1]:8787", true);
+        row("https://service.test", true);
+        row("https://10.0.0.1", true);
+        row("http://service.test", false);
+        row("HTTP://service.test", false);
+        row("http://10.0.0.1", false);
+        row("http://128.0.0.1", false);
+        row("http://0.0.0.0", false);
+        row("http://[::]", false);
+        row("http://[::2]", false);
+        row("http://localhost.", false);
+        row("http://localhost.test", false);
+        row("http://notlocalhost", false);
+        row("http://127.0.0.1.test", false);
+        row("http://127.0.0.1@service.test", false);
+        row("http://service.test#@127.0.0.1", false);
+        row("http://service.test?127.0.0.1", false);
+        row("http://service.test/127.0.0.1", false);
+    }
+
+    void plainHttpIsForThisComputerOnly()
+    {
+        QFETCH(const QString, address);
+        QFETCH(const bool, isTaken);
+        const auto use = [&] {
+            World world;
+            world.useService(address);
+            static_cast<void>(world.client());
+        };
+
+        if (isTaken)
+            use();
+        else
+            QVERIFY(dies(use));
+    }
+
     void aSettingThatIsNoTextCountsAsUnset()
     {
         World world;

@@ -272,9 +272,35 @@ private Q_SLOTS:
         const RawServer proxy(answer::reply(200, "from the proxy"));
         const RawServer server(answer::reply(200, "direct"));
         const Variable variable("http_proxy", proxy.url().toEncoded());
-        const Variable exception("no_proxy", "127.0.0.1");
+        const Variable exception("no_proxy", "0.0.0.0");
+        auto likeAnotherComputer = server.url();
+        likeAnotherComputer.setHost(u"0.0.0.0"_s);
 
-        QCOMPARE(ask(aGet(server.url()))->body, "direct");
+        QCOMPARE(ask(aGet(likeAnotherComputer))->body, "direct");
+        QCOMPARE(proxy.connections(), 0U);
+    }
+
+    void thisComputerIsReachedWithoutTheProxyOfTheEnvironment_data()
+    {
+        QTest::addColumn<QString>("host");
+        QTest::newRow("address") << u"127.0.0.1"_s;
+        QTest::newRow("another address") << u"127.9.9.9"_s;
+        QTest::newRow("name") << u"localhost"_s;
+        QTest::newRow("longer name") << u"service.localhost"_s;
+    }
+
+    void thisComputerIsReachedWithoutTheProxyOfTheEnvironment()
+    {
+        QFETCH(const QString, host);
+        const RawServer proxy(answer::reply(200, "from the proxy"));
+        const RawServer server(answer::reply(200, "direct"));
+        const Variable variable("http_proxy", proxy.url().toEncoded());
+        const Variable every("all_proxy", proxy.url().toEncoded());
+        auto address = server.url();
+        address.setHost(host);
+
+        static_cast<void>(ask(aGet(address)));
+
         QCOMPARE(proxy.connections(), 0U);
     }
 

@@ -89,7 +89,6 @@ private Q_SLOTS:
         };
         row("localhost", false);
         row("LOCALHOST", false);
-        row("localhost.", false);
         row("a.b.localhost", false);
         row("127.0.0.1", false);
         row("127.255.0.9", false);
@@ -97,6 +96,7 @@ private Q_SLOTS:
         row("[::1]", false);
         row("[0:0::0:1]", false);
         row("[::ffff:127.0.0.1]", false);
+        row("localhost.", true);
         row("localhost.invalid", true);
         row("mylocalhost", true);
         row("127.0.0.1.invalid", true);

@@ -73,6 +73,21 @@ private Q_SLOTS:
         QCOMPARE(outcome.errors, u"orvella: There is no display to show anything on.\n"_s);
     }
 
+    void plainHttpToAnotherComputerStopsItWithASentence()
+    {
+        const QTemporaryDir profile;
+        QProcess process;
+
+        process.start(QStringLiteral(ORVELLA_PROGRAM),
+            {u"--profile"_s, profile.path(), u"--set"_s, u"apiBaseURL=http://service.test"_s});
+
+        QVERIFY(process.waitForFinished(kPatienceMs));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        const auto errors = QString::fromUtf8(process.readAllStandardError());
+        QVERIFY2(errors.contains(u"The address of the service, the setting apiBaseURL, may be http on this computer"_s),
+            qUtf8Printable(errors));
+    }
+
     void aTerminatedProgramEndsInOrderAndLeavesEverythingInItsProfile()
     {
         const QTemporaryDir profile;
