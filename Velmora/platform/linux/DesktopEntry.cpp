@@ -13,6 +13,20 @@ namespace {
 // A desktop entry has a few kilobytes; whatever is larger is none.
 constexpr qint64 kGreatestSize = 1 << 20;
 
+/// Without the spaces around it, which do not count, and the end of a line as other systems have it. Other characters
+/// that look like a space belong to a value.
+QStringView stripped(QStringView text)
+{
+    const auto isPadding = [](QChar character) {
+        return character == u' ' || character == u'\t' || character == u'\r';
+    };
+    while (!text.isEmpty() && isPadding(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isPadding(text.back()))
+        text.chop(1);
+    return text;
+}
+
 QString unescaped(const QString& value)
 {
     QString text;
@@ -95,7 +109,7 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QString& text)
 {
     std::optional<DesktopEntry> entry;
     for (const auto line : QStringView(text).split(u'\n')) {
-        const auto content = line.trimmed();
+        const auto content = stripped(line);
         if (content.startsWith(u'[')) {
             if (entry)
                 break;
@@ -106,8 +120,8 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QString& text)
         const auto equals = content.indexOf(u'=');
         if (!entry || content.startsWith(u'#') || equals < 1)
             continue;
-        const auto key = content.first(equals).trimmed().toString();
-        entry->m_values.try_emplace(key, content.sliced(equals + 1).trimmed().toString());
+        const auto key = stripped(content.first(equals)).toString();
+        entry->m_values.try_emplace(key, stripped(content.sliced(equals + 1)).toString());
     }
     return entry;
 }
@@ -145,13 +159,16 @@ QStringList DesktopEntry::command() const
     const auto value = string(u"Exec"_s).value_or(QString());
     QStringList words;
     for (auto rest = QStringView(value).trimmed(); !rest.isEmpty(); rest = rest.trimmed())
-        words.append(takeWord(rest));
+        words.append(takeWord(rest).replace(u"%%"_s, u"%"_s));
     return words;
 }
 
 QString DesktopEntry::escaped(QString value)
 {
     value.replace(u'\\', u"\\\\"_s).replace(u'\n', u"\\n"_s).replace(u'\t', u"\\t"_s).replace(u'\r', u"\\r"_s);
+    // A space at either end would be taken for padding.
+    if (value.endsWith(u' '))
+        value = value.chopped(1) + u"\\s"_s;
     return value.startsWith(u' ') ? u"\\s"_s + value.sliced(1) : value;
 }
 

@@ -24,7 +24,7 @@ public:
 
     /// The values of a list; empty where there is none.
     [[nodiscard]] QStringList list(const QString& key) const;
-    /// The words of "Exec", without its quotes.
+    /// The words of "Exec", without its quotes. A percent sign that was doubled is one; field codes stay as they are.
     [[nodiscard]] QStringList command() const;
 
     /// The value as it stands in a file, with escapes.

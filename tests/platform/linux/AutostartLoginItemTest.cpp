@@ -51,6 +51,29 @@ private Q_SLOTS:
             u'"' + program() + u"\" \"--profile\" \"/home/a b/\\$x%%1\\\\\""_s);
     }
 
+    void aProgramOfAnyNameIsFoundAgain_data()
+    {
+        QTest::addColumn<QString>("name");
+
+        QTest::newRow("a percent sign") << u"100% ads"_s;
+        QTest::newRow("a field code") << u"%F"_s;
+        QTest::newRow("spaces around it") << u" ads "_s;
+        QTest::newRow("a no-break space behind it") << u"ads\u00a0"_s;
+        QTest::newRow("quotes and a backslash") << u"\"a\" 'd' $s\\"_s;
+    }
+
+    void aProgramOfAnyNameIsFoundAgain()
+    {
+        QFETCH(const QString, name);
+        const auto path = m_folder->path() + u"/bin/"_s + name;
+        QVERIFY(QFile::link(QCoreApplication::applicationFilePath(), path));
+        AutostartLoginItem named({autostart(), {path}, {}});
+
+        QVERIFY(named.registerItem());
+
+        QCOMPARE(named.status(), LoginItem::Status::enabled);
+    }
+
     void anUnregisteredItemIsGone()
     {
         auto registered = item();

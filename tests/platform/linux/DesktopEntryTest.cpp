@@ -32,6 +32,14 @@ private Q_SLOTS:
         QVERIFY(!DesktopEntry::parse(u"[Other]\nName=Editor\n"_s));
     }
 
+    void onlySpacesAroundAValueDoNotCount()
+    {
+        const auto entry = DesktopEntry::parse(u"\t [Desktop Entry] \r\n\tName \t=  \u00a0a b\u2003 \t\r\n"_s);
+
+        QVERIFY(entry);
+        QCOMPARE(entry->string(u"Name"_s), u"\u00a0a b\u2003"_s);
+    }
+
     void theNameIsInTheLanguageOfTheLocale_data()
     {
         QTest::addColumn<QString>("locale");
@@ -73,7 +81,8 @@ private Q_SLOTS:
         const auto entry = DesktopEntry::parse(u"[Desktop Entry]\na=\\sx\\ty\\nz\\r\\\\n\\q\\"_s);
 
         QCOMPARE(entry->string(u"a"_s), u" x\ty\nz\r\\n\\q\\"_s);
-        for (const auto& text : {u" x\ty\nz\r\\n"_s, u"plain"_s, u"C:\\new\\sx"_s, u""_s}) {
+        for (const auto& text :
+            {u" x\ty\nz\r\\n"_s, u"plain"_s, u"C:\\new\\sx"_s, u""_s, u" "_s, u"  x  "_s, u"\u00a0\v"_s}) {
             const auto written = u"[Desktop Entry]\na="_s + DesktopEntry::escaped(text) + u'\n';
             QCOMPARE(DesktopEntry::parse(written)->string(u"a"_s), text);
         }
@@ -104,6 +113,7 @@ private Q_SLOTS:
         QTest::newRow("several") << u"  env  A=1 orvella "_s << QStringList {u"env"_s, u"A=1"_s, u"orvella"_s};
         QTest::newRow("quoted") << u"\"/a b/c\" \"\" d"_s << QStringList {u"/a b/c"_s, u""_s, u"d"_s};
         QTest::newRow("escaped") << u"\"\\\\\"a\\\\\\\\\\\\$\""_s << QStringList {u"\"a\\$"_s};
+        QTest::newRow("percent signs") << u"a%%b %% \"%%%%\" %F"_s << QStringList {u"a%b"_s, u"%"_s, u"%%"_s, u"%F"_s};
         QTest::newRow("a quote that does not end") << u"\"a b"_s << QStringList {u"a b"_s};
     }
 
@@ -118,7 +128,7 @@ private Q_SLOTS:
 
     void aCommandThatWasQuotedIsReadBackAsItWas()
     {
-        const QStringList words {u"/a b/\"c\""_s, u"$x`y`\\"_s, u"--d=e\\n"_s};
+        const QStringList words {u"/a b/\"c\""_s, u"$x`y`\\"_s, u"--d=e\\n"_s, u"100% %F %%"_s, u""_s};
         QStringList quoted;
         for (const auto& word : words)
             quoted.append(DesktopEntry::quotedArgument(word));
