@@ -1,6 +1,7 @@
 #include "platform/linux/FileSettingsStore.h"
 
 #include "platform/linux/SetAside.h"
+#include "platform/linux/SettingsText.h"
 #include "platform/linux/Uninterrupted.h"
 
 #include <QFile>
@@ -34,9 +35,8 @@ struct Found {
 
 Found parse(const QByteArray& content)
 {
-    const auto value = content.size() <= kGreatestSize ? Json::parse(content) : Result<Json>(Json());
-    const auto* const members = value ? value->object() : nullptr;
-    return members ? Found {Found::Kind::object, *members} : Found {Found::Kind::unreadable, {}};
+    auto members = content.size() <= kGreatestSize ? SettingsText::parse(content) : std::nullopt;
+    return members ? Found {Found::Kind::object, *std::move(members)} : Found {Found::Kind::unreadable, {}};
 }
 
 Found lookAt(const QString& path)
@@ -117,15 +117,7 @@ void FileSettingsStore::write()
             found.members.insert_or_assign(key, m_values.at(key));
         m_values = std::move(found.members);
     }
-    // One line for each setting, for the people who look into the file.
-    QByteArrayList lines;
-    for (const auto& [key, value] : m_values) {
-        const auto name = Json(key).serialise();
-        const auto text = value.serialise();
-        if (name && text)
-            lines.append("  " + *name + ": " + *text);
-    }
-    if (m_file.replace("{\n" + lines.join(",\n") + "\n}\n"))
+    if (m_file.replace(SettingsText::of(m_values)))
         m_unwritten.clear();
 }
 
