@@ -23,7 +23,8 @@ QString unescaped(const QString& text)
     const auto escaped = text.toUtf8();
     QByteArray bytes;
     for (qsizetype at = 0; at < escaped.size(); ++at) {
-        const auto byte = escaped.sliced(at).startsWith("\\x") ? byteOf(escaped.mid(at + 2, 2)) : std::nullopt;
+        const auto byte =
+            QByteArrayView(escaped).sliced(at).startsWith("\\x") ? byteOf(escaped.mid(at + 2, 2)) : std::nullopt;
         bytes += byte.value_or(escaped[at]);
         at += byte ? 3 : 0;
     }
