@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <QCoreApplication>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <charconv>
@@ -118,7 +119,12 @@ private:
         return number;
     }
 
-    static QString text(const string_t& utf8) { return QString::fromStdString(utf8); }
+    /// QString's own functions take a U+FEFF at the start for a byte order mark and drop it.
+    static QString text(const string_t& utf8)
+    {
+        QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+        return decode(QByteArrayView(utf8));
+    }
 
     bool open(std::variant<Json::Array, Json::Object> empty)
     {

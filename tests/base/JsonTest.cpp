@@ -150,6 +150,15 @@ private Q_SLOTS:
         QCOMPARE(value->object()->at(u"a"_s).integer(), 2);
     }
 
+    void aTextThatBeginsLikeAByteOrderMarkIsKept()
+    {
+        const auto json = Json::parse("\xef\xbb\xbf{\"\xef\xbb\xbfkey\": \"\\ufeffvalue\", \"key\": true}");
+
+        const Json::Object expected {{u"\ufeffkey"_s, Json(u"\ufeffvalue"_s)}, {u"key"_s, Json(true)}};
+        QCOMPARE(json, Result<Json>(Json(expected)));
+        QCOMPARE(Json::parse(*json->serialise()), json);
+    }
+
     void whatIsWrittenReadsBackEqual()
     {
         const Json value(Json::Object {
