@@ -3,9 +3,11 @@
 #include "api/ServiceAddress.h"
 #include "base/WebAddress.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <curl/curl.h>
 #include <memory>
 
@@ -49,6 +51,23 @@ bool isPlain(char byte)
     return byte > ' ' && byte < '\x7f' && byte != '\\';
 }
 
+bool isClear(QChar character)
+{
+    return character.category() != QChar::Other_Format && character.category() != QChar::Other_Control
+        && !u"@%\\ "_s.contains(character);
+}
+
+/// Host and port as they are written are what they look like.
+void theAuthorityIsWhatItLooksLike(const QString& text, const QUrl& address)
+{
+    static const QRegularExpression end(u"[/?#]"_s);
+    const auto authority = text.section(u"://"_s, 1).section(end, 0, 0);
+    claim(std::ranges::all_of(authority, isClear), "a host has no sign that hides or turns another one");
+    const auto port = authority.section(u']', -1).section(u':', 1);
+    claim(port.isEmpty() ? address.port() == -1 : port.toULongLong() == static_cast<qulonglong>(address.port()),
+        "a port is the number that is written");
+}
+
 /// What a browser is handed has one meaning, and it is that of a web page.
 void aWebAddressIsClear(const QString& text)
 {
@@ -63,6 +82,10 @@ void aWebAddressIsClear(const QString& text)
     const auto again = webAddress(QString::fromLatin1(encoded));
     claim(again && again->toEncoded() == encoded, "a web address stays as it is when it is handed on");
 
+    theAuthorityIsWhatItLooksLike(text, *address);
+    in_addr number {};
+    claim(inet_aton(host.constData(), &number) == 0 || host == inet_ntoa(number),
+        "a number is an address in its usual form");
     const ByCurl byCurl(encoded);
     claim(byCurl.isValid(), "a web address is one to libcurl");
     claim(byCurl.part(CURLUPART_SCHEME) == address->scheme().toLatin1(), "libcurl finds the same scheme");

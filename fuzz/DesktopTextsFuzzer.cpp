@@ -4,6 +4,8 @@
 #include "platform/linux/XSettings.h"
 #include "support/XSettingsBytes.h"
 
+#include <QRegularExpression>
+
 #include <fuzzer/FuzzedDataProvider.h>
 
 using namespace orvella;
@@ -87,6 +89,30 @@ void aUnitNamesItsApplication(const QString& text)
         "what the session started is left out");
 }
 
+/// Whatever is no escape by the manual stands for itself.
+QString unescapedFromUnit(const QString& text)
+{
+    static const QRegularExpression escape(u"\\\\x([0-9a-fA-F]{2})"_s);
+    // One character for each byte.
+    const auto escaped = QString::fromLatin1(text.toUtf8());
+    QByteArray bytes;
+    qsizetype at = 0;
+    for (const auto& match : escape.globalMatch(escaped)) {
+        bytes += escaped.sliced(at, match.capturedStart() - at).toLatin1()
+            + QByteArray::fromHex(match.captured(1).toLatin1());
+        at = match.capturedEnd();
+    }
+    return QString::fromUtf8(bytes + escaped.sliced(at).toLatin1());
+}
+
+void onlyWhatIsEscapedIsResolved(QString text)
+{
+    text.remove(u'@').remove(u'-').remove(u'\n');
+    if (!text.isEmpty())
+        claim(possibleApplicationIds(u"app-"_s + text + u"-12.scope"_s).value(0) == unescapedFromUnit(text),
+            "only what is escaped is resolved");
+}
+
 void anyUnitIsReadOrLeftOut(const QString& unit)
 {
     const auto ids = possibleApplicationIds(unit);
@@ -144,6 +170,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     whatIsWrittenIntoAnEntryIsReadBack(text);
     anyUnitIsReadOrLeftOut(text);
     aUnitNamesItsApplication(text);
+    onlyWhatIsEscapedIsResolved(text);
     if (const auto settings = parseXSettings(bytes))
         settingsReadTheSameInBothOrders(*settings, bytes.size());
     FuzzedDataProvider provider(data, size);

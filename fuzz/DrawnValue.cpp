@@ -27,11 +27,19 @@ char32_t drawCharacter(FuzzedDataProvider& bytes)
     constexpr char32_t kFirstSurrogate = 0xD800;
     constexpr char32_t kAfterSurrogates = 0xE000;
     const auto plain = bytes.ConsumeIntegral<std::uint8_t>();
-    // Most are plain, as most are in life.
+    // Most are plain, as most are in life. One is taken for a byte order mark where there is none.
     if (plain < 0xC0)
         return plain;
+    if (plain < 0xC8)
+        return QChar::ByteOrderMark;
     const auto drawn = bytes.ConsumeIntegralInRange<std::uint32_t>(0, QChar::LastValidCodePoint);
     return drawn >= kFirstSurrogate && drawn < kAfterSurrogates ? drawn - kFirstSurrogate : drawn;
+}
+
+/// QString::fromUcs4 would drop a U+FEFF.
+QString textOf(char32_t character)
+{
+    return QStringView(QChar::fromUcs4(character)).toString();
 }
 
 std::string escape(char16_t unit)
@@ -114,7 +122,7 @@ std::string written(FuzzedDataProvider& bytes, const QString& text)
 {
     std::string json = "\"";
     for (const char32_t character : text.toUcs4()) {
-        const auto part = QString::fromUcs4(&character, 1);
+        const auto part = textOf(character);
         if (!mustBeEscaped(character) && bytes.ConsumeIntegral<std::uint8_t>() < 0xE0) {
             json += part.toStdString();
             continue;
@@ -132,7 +140,7 @@ std::string drawText(FuzzedDataProvider& bytes, QString& value)
     const auto length = bytes.ConsumeIntegralInRange(0, kMostCharacters);
     for (int drawn = 0; drawn < length; ++drawn) {
         const auto character = drawCharacter(bytes);
-        value += QString::fromUcs4(&character, 1);
+        value += textOf(character);
     }
     return written(bytes, value);
 }

@@ -68,8 +68,12 @@ template <class T> void aRecordHoldsAcrossWriting(const QByteArray& text)
 
 bool isSameToQt(const Json& json, QByteArray text)
 {
+    const QByteArray mark("\xef\xbb\xbf");
     // Qt reads nothing but lists and objects.
-    text.insert(text.startsWith("\xef\xbb\xbf") ? 3 : 0, '[');
+    text.insert(text.startsWith(mark) ? mark.size() : 0, '[');
+    // It drops this character at the start of a string, where it has none of its meaning.
+    if (text.indexOf(mark, 1) > 0)
+        return true;
     QJsonParseError trouble;
     const auto document = QJsonDocument::fromJson(text + ']', &trouble);
     // It refuses numbers that a double cannot come near, as 1e-400.
