@@ -24,8 +24,11 @@ void anonymousModeIsOffOnlyWhereTheTextSaysSo(const FileSettingsStore& store, co
     auto clear = text;
     // Qt drops U+FEFF at the start of a name; its neighbour it keeps.
     clear.replace("\xef\xbb\xbf", "\xef\xbb\xbe").replace(0, text.startsWith("\xef\xbb\xbf") ? 3 : 0, "");
-    const auto value = QJsonDocument::fromJson(clear).object().value(kAnonymousMode);
-    claim(value.isBool() && !value.toBool(), "anonymous mode is off only where the text says so");
+    QJsonParseError trouble;
+    const auto value = QJsonDocument::fromJson(clear, &trouble).object().value(kAnonymousMode);
+    // It refuses numbers that a double cannot come near, as 1e-400.
+    claim(trouble.error == QJsonParseError::IllegalNumber || (value.isBool() && !value.toBool()),
+        "anonymous mode is off only where the text says so");
 }
 
 /// A text that was cut off somewhere is no settings at all, so it cannot hold half of them.
