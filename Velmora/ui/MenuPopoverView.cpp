@@ -7,6 +7,7 @@
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
 #include "ui/Money.h"
+#include "ui/ShownText.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/Panel.h"
@@ -276,8 +277,8 @@ void MenuPopoverView::refreshOffer()
     m_offer->setPresent(ad.has_value());
     if (!ad)
         return;
-    m_advertiser->setText(ad->advertiserName);
-    m_body->setText(ad->body);
+    m_advertiser->setText(shownText(ad->advertiserName));
+    m_body->setText(shownText(ad->body));
 }
 
 /// What is built later comes last in the toolkit's order of the keyboard; the viewer's is that of the screen.
@@ -325,7 +326,7 @@ void MenuPopoverView::refreshEnd()
     const auto& error = m_state.lastError();
     m_errorLine->setPresent(error.has_value());
     if (error)
-        m_error->setText(*error);
+        m_error->setText(shownText(*error));
     // The error line stays below whatever scrolls and brings the room above it.
     m_content->layout()->setContentsMargins(kPadding, kPadding, kPadding, error ? 0 : kPadding);
 }

@@ -2,6 +2,7 @@
 
 #include "api/Records.h"
 #include "ui/Compose.h"
+#include "ui/ShownText.h"
 #include "ui/controls/TextLabel.h"
 
 #include <algorithm>
@@ -37,24 +38,27 @@ QString reason(const QStringList& categories)
         return AdDisclosure::tr("Broad delivery matched your language. No app category was used.");
     QStringList names;
     for (const auto& category : categories)
-        names.append(categoryName(category));
+        names.append(categoryName(shownText(category)));
     return AdDisclosure::tr("Matched using consented broad categories: %1. Raw app names were not sent.")
-        .arg(names.join(u", "_s));
+        .arg(shownText(names.join(u", "_s)));
 }
 
 } // namespace
 
 AdDisclosure::AdDisclosure(const Look& look, const AvailableAd& ad)
 {
-    const auto all = TextLabel::Lines::all;
+    // More than any advertiser's name and all categories together need; the window must not outgrow the screen.
+    const auto nameLines = TextLabel::Lines::three;
+    const auto reasonLines = TextLabel::Lines::twenty;
     setLayout(padded({kPadding, kPadding, kPadding, kPadding},
         column(kSpacing,
             {
-                label(look, TypeStyle::headline, tr("Paid ad by %1").arg(ad.advertiserName), Tone::primary, all),
-                label(look, TypeStyle::callout, reason(ad.matchedCategories), Tone::primary, all),
+                label(look, TypeStyle::headline, tr("Paid ad by %1").arg(shownText(ad.advertiserName)), Tone::primary,
+                    nameLines),
+                label(look, TypeStyle::callout, reason(ad.matchedCategories), Tone::primary, reasonLines),
                 label(look, TypeStyle::caption,
                     tr("Change category matching from the Orvella menu. Anonymous mode disables category targeting."),
-                    Tone::secondary, all),
+                    Tone::secondary, TextLabel::Lines::all),
             })));
     connect(&look, &Look::changed, this, &AdDisclosure::fit);
     fit();

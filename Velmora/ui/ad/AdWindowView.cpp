@@ -2,6 +2,7 @@
 
 #include "ui/Compose.h"
 #include "ui/Money.h"
+#include "ui/ShownText.h"
 #include "ui/ad/AdTextButton.h"
 #include "ui/ad/AdViewing.h"
 #include "ui/ad/CountdownGauge.h"
@@ -33,7 +34,7 @@ constexpr double kRest = 76;
 
 QString body(const AdViewing& viewing)
 {
-    return viewing.ad().body.simplified();
+    return shownText(viewing.ad().body).simplified();
 }
 
 QString earningsText(const AdViewing& viewing)
@@ -90,7 +91,7 @@ QWidget* AdWindowView::adText()
 {
     auto* const button = new AdTextButton(m_look, body(m_viewing), kHeight);
     button->setObjectName(u"openAd"_s);
-    button->setAccessibleName(tr("Open ad: %1").arg(m_viewing.ad().body));
+    button->setAccessibleName(tr("Open ad: %1").arg(shownText(m_viewing.ad().body)));
     connect(button, &QPushButton::clicked, this, [this] { m_viewing.openAd(); });
     return button;
 }

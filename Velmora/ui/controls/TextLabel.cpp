@@ -103,6 +103,8 @@ int TextLabel::mostLines() const
         return 2;
     case Lines::three:
         return 3;
+    case Lines::twenty:
+        return 20;
     case Lines::all:
         break;
     }

@@ -16,7 +16,7 @@ class TextLabel final : public QLabel {
     Q_OBJECT
 
 public:
-    enum class Lines { one, two, three, all };
+    enum class Lines { one, two, three, twenty, all };
 
     TextLabel(const Look& look, TypeStyle style, Tone tone = Tone::primary, Lines lines = Lines::one);
 
