@@ -4,6 +4,9 @@
 #include <QDBusMessage>
 #include <QDir>
 
+#include <csignal>
+#include <sys/types.h>
+
 namespace orvella {
 
 using namespace Qt::StringLiterals;
@@ -60,6 +63,21 @@ void PrivateBus::kill()
         return;
     m_daemon.kill();
     m_daemon.waitForFinished();
+}
+
+void PrivateBus::suspend()
+{
+    send(SIGSTOP);
+}
+
+void PrivateBus::resume()
+{
+    send(SIGCONT);
+}
+
+void PrivateBus::send(int signal)
+{
+    ::kill(static_cast<pid_t>(m_daemon.processId()), signal);
 }
 
 } // namespace orvella

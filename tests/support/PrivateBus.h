@@ -22,8 +22,13 @@ public:
     void addService(const QString& name, const QString& commandLine);
 
     void kill();
+    /// Has it hang: it keeps its connections and answers nothing until it is resumed.
+    void suspend();
+    void resume();
 
 private:
+    void send(int signal);
+
     QTemporaryDir m_folder;
     QProcess m_daemon;
     QString m_address;

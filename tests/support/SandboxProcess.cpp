@@ -51,6 +51,12 @@ QStringList SandboxProcess::lines()
     return m_lines;
 }
 
+QString SandboxProcess::activationCode()
+{
+    const auto registrations = lines().filter(u" registered; link it at "_s);
+    return registrations.isEmpty() ? QString() : registrations.constLast().section(u"code="_s, 1);
+}
+
 QString SandboxProcess::page(const QString& path)
 {
     QNetworkAccessManager network;

@@ -20,6 +20,9 @@ public:
     /// What it has said since its address.
     [[nodiscard]] QStringList lines();
 
+    /// The code of the device that registered last; empty where none has.
+    [[nodiscard]] QString activationCode();
+
     /// What a browser gets to see.
     [[nodiscard]] QString page(const QString& path);
     /// Sends the activation form as a browser does; the page that follows.
