@@ -293,8 +293,11 @@ void Popover::fadeTo(qreal opacity)
 
 void Popover::faded()
 {
-    if (!m_isShown)
-        hide();
+    if (m_isShown)
+        return;
+    hide();
+    // It takes more memory than all the rest of the window, and is made anew with the next place.
+    m_shadow = {};
 }
 
 /// Some window managers place a window that takes no keyboard without saying where: the toolkit then believes it to be
