@@ -56,7 +56,7 @@ struct Life::Run {
     AppDelegate delegate;
 };
 
-Life::Life(quint64 seed, Journal::Telling telling)
+Life::Life(quint64 seed, Journal::Telling telling, Restarts restarts)
     : m_folder(scratchFolder())
     , m_journal(m_clock, telling)
     , m_chance(seed)
@@ -80,7 +80,8 @@ Life::Life(quint64 seed, Journal::Telling telling)
     recur(1h, 12h, &Life::serviceActs);
     recur(10min, 16h, &Life::machineSleeps);
     recur(1h, 48h, &Life::machineHangs);
-    recur(1min, 72h, &Life::programRestarts);
+    if (restarts == Restarts::happen)
+        recur(1min, 72h, &Life::programRestarts);
     start();
 }
 

@@ -15,7 +15,10 @@ namespace orvella::simulation {
 /// Some days of one viewer with the program: everything that happens follows from the seed.
 class Life final {
 public:
-    Life(quint64 seed, Journal::Telling telling);
+    /// Whether the program is started again now and then.
+    enum class Restarts { happen, never };
+
+    Life(quint64 seed, Journal::Telling telling, Restarts restarts = Restarts::happen);
     ~Life();
 
     /// Lets the days pass, or as many of them as there are until a rule is broken.
@@ -25,6 +28,12 @@ public:
 
     [[nodiscard]] const Journal& journal() const { return m_journal; }
     [[nodiscard]] Journal& journal() { return m_journal; }
+    [[nodiscard]] SimulatedNetwork& network() { return m_network; }
+    [[nodiscard]] SimulatedDesktop& desktop() { return m_desktop; }
+    [[nodiscard]] SimulatedViewer& viewer() { return m_viewer; }
+    /// Where the program has its files.
+    [[nodiscard]] QString folder() const { return m_folder.path(); }
+    [[nodiscard]] const ProgramClock& programClock() const { return m_programClock; }
     [[nodiscard]] qint64 creditedViews() const { return m_service.creditedViews(); }
     [[nodiscard]] qint64 steps() const { return m_steps; }
 

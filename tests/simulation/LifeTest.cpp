@@ -48,10 +48,10 @@ private Q_SLOTS:
                  u"credited"_s, u"viewer: dismisses"_s, u"viewer: closes the window"_s, u"viewer: asks why"_s,
                  u"viewer: clicks the item"_s, u"viewer: opens the ad from the menu"_s, u"viewer: asks for the ad"_s,
                  u"viewer: starts the program again"_s, u"viewer: toggles anonymousMode"_s,
-                 u"viewer: sets appSignalConsent to 1"_s, u"viewer: sets the login item"_s, u"machine: sleeps"_s,
-                 u"machine: hangs"_s, u"settings: meddled with"_s, u"program: starts"_s, u"keyring: mood 2"_s,
-                 u"keyring: mood 4"_s, u"network: weather 2"_s, u": 302"_s, u": 500"_s, u": -1"_s,
-                 u"opened by itself"_s, u"to be asked again"_s})
+                 u"viewer: sets appSignalConsent to 1"_s, u"viewer: sets the login item"_s,
+                 u"viewer: asks for a report"_s, u"machine: sleeps"_s, u"machine: hangs"_s, u"settings: meddled with"_s,
+                 u"program: starts"_s, u"keyring: mood 2"_s, u"keyring: mood 4"_s, u"network: weather 2"_s, u": 302"_s,
+                 u": 500"_s, u": -1"_s, u"opened by itself"_s, u"to be asked again"_s})
             QTest::addRow("%s", qPrintable(event)) << event;
     }
 

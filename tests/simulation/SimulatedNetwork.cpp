@@ -113,6 +113,7 @@ void SimulatedNetwork::send(const std::shared_ptr<Passage>& passage)
     if (const auto json = Json::parse(call.request.body); json && json->object())
         call.body = *json->object();
     m_journal.note(u"sent %1 %2"_s.arg(call.number).arg(call.path));
+    captured(call.request);
     sent(call);
     const auto fate = chooseFate();
     switch (fate) {

@@ -47,6 +47,8 @@ public:
     /// Called when a request goes out, and just before its answer is read by whoever made it.
     std::function<void(const Call&)> sent;
     std::function<void(const Call&)> arrives;
+    /// Called with every request, for whoever wants to look at them all.
+    std::function<void(const HttpRequest&)> captured = [](const HttpRequest& /*request*/) {};
 
 private:
     struct Passage;

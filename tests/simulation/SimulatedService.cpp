@@ -97,7 +97,7 @@ void SimulatedService::settleMoney()
 
 HttpReply SimulatedService::registerDevice()
 {
-    m_tokens.append("token-" + QByteArray::number(m_tokens.size() + 1) + "-secret");
+    m_tokens.append(QByteArray(kTokenMark.data()) + QByteArray::number(m_tokens.size() + 1));
     m_journal.note(u"service: device %1 registered"_s.arg(m_tokens.size()));
     return success(DeviceRegistration {u"device-%1"_s.arg(m_tokens.size()), Secret(m_tokens.last()), u"KX4M-9TQ2"_s,
         u"https://service.test/activate?code=KX4M-9TQ2"_s, newPace().value_or(300)});
@@ -143,6 +143,9 @@ HttpReply SimulatedService::startSession(const Json::Object& body)
         m_journal.broken(u"A session is opened for an ad that the service does not have."_s);
         return refusal(404);
     }
+    constexpr std::size_t kRemembered = 50;
+    if (m_sessions.size() > kRemembered)
+        m_sessions.clear();
     const auto id = u"session-%1"_s.arg(++m_lastSession);
     const auto& ad = *found;
     m_sessions.insert_or_assign(id, Session {ad, m_clock.now(), {}});

@@ -14,6 +14,9 @@ namespace orvella::simulation {
 /// The service as its protocol has it: devices, offers, sessions, and the money of one viewer.
 class SimulatedService final {
 public:
+    /// A part of every token.
+    static constexpr QLatin1String kTokenMark {"qTk9Zw0s3cr3"};
+
     SimulatedService(Clock& clock, Chance& chance, Journal& journal);
 
     /// Does what the request asks for and answers it.

@@ -89,7 +89,7 @@ void SimulatedViewer::act(AppDelegate& program, Rules& rules)
         turnAway();
         return;
     }
-    switch (m_chance.below(9)) {
+    switch (m_chance.below(10)) {
     case 0:
     case 1:
     case 2:
@@ -105,10 +105,20 @@ void SimulatedViewer::act(AppDelegate& program, Rules& rules)
     case 6:
         changeLoginItem(program, rules);
         break;
+    case 7:
+        m_journal.note(u"viewer: asks for a report"_s);
+        askForReport(program);
+        break;
     default:
         turnAway();
         break;
     }
+}
+
+QCoro::Task<> SimulatedViewer::askForReport(AppDelegate& program)
+{
+    const auto report = co_await program.diagnosis();
+    reported(report);
 }
 
 /// Closes what is open.

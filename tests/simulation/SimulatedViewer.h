@@ -14,11 +14,15 @@ public:
 
     /// Does one thing to the running program.
     void act(AppDelegate& program, Rules& rules);
+    /// Called with every report that the viewer has asked for.
+    std::function<void(const QString&)> reported = [](const QString& /*report*/) {};
+
     /// How long until the next one: soon while there is something to see.
     [[nodiscard]] std::chrono::milliseconds nextPause();
 
 private:
     void turnAway();
+    QCoro::Task<> askForReport(AppDelegate& program);
     void actOnPanel(Rules& rules);
     void actOnItem(AppDelegate& program, Rules& rules);
     void assign(AppDelegate& program, Rules& rules);

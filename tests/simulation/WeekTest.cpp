@@ -1,0 +1,179 @@
+#include "signals/CategoryRules.h"
+#include "simulation/Life.h"
+
+#include <QDirIterator>
+#include <QLoggingCategory>
+#include <QTemporaryFile>
+#include <QTest>
+
+#include <cstdio>
+#include <unistd.h>
+
+using namespace orvella;
+using namespace orvella::simulation;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Takes everything that the process writes to its standard streams while it lives.
+class Output final {
+public:
+    Output()
+    {
+        m_file.open();
+        for (const auto stream : {STDOUT_FILENO, STDERR_FILENO}) {
+            m_before.push_back({stream, ::dup(stream)});
+            ::dup2(m_file.handle(), stream);
+        }
+    }
+
+    ~Output() { restore(); }
+
+    [[nodiscard]] QByteArray text()
+    {
+        restore();
+        m_file.seek(0);
+        return m_file.readAll();
+    }
+
+private:
+    void restore()
+    {
+        std::fflush(nullptr);
+        for (const auto& [stream, before] : std::exchange(m_before, {})) {
+            ::dup2(before, stream);
+            ::close(before);
+        }
+    }
+
+    QTemporaryFile m_file;
+    std::vector<std::pair<int, int>> m_before;
+};
+
+/// What must not be found where it does not belong, in every form in which it may have got there.
+QByteArrayList formsOf(const QByteArray& secret)
+{
+    return {secret, secret.toBase64(), secret.toHex(), QString::fromUtf8(secret).toLower().toUtf8()};
+}
+
+bool holds(const QByteArray& text, const QByteArrayList& forms)
+{
+    return std::ranges::any_of(forms, [&](const QByteArray& form) { return text.contains(form); });
+}
+
+QStringList knownCategories()
+{
+    QStringList keys;
+    for (const auto& rule : categoryRules()) {
+        for (const auto& category : rule.categories)
+            keys.append(category.toString());
+    }
+    return keys;
+}
+
+} // namespace
+
+/// Whole weeks, and all that is written and sent in them.
+class WeekTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules(u"*=true"_s);
+        Output output;
+        for (quint64 seed = 1; seed <= 4; ++seed)
+            live(seed);
+        m_output = output.text();
+
+        QCOMPARE(m_brokenRules, QStringList());
+        QVERIFY2(m_requests.size() > 1000, "So few requests say nothing.");
+        QVERIFY2(m_reports.size() > 10, "So few reports say nothing.");
+        QVERIFY2(!m_output.isEmpty(), "Qt is to say what it likes.");
+    }
+
+    void nothingThatIsWrittenHoldsTheToken()
+    {
+        for (const auto& text : written())
+            QVERIFY2(!holds(text, m_tokenForms), text.left(2000).constData());
+    }
+
+    void nothingThatIsWrittenHoldsTheNameOfAnApplication()
+    {
+        for (const auto& text : written())
+            QVERIFY2(!holds(text, m_applicationForms), text.left(2000).constData());
+    }
+
+    void theTokenIsSentInItsHeaderOnly()
+    {
+        qint64 authorized = 0;
+        for (const auto& request : m_requests) {
+            QVERIFY(!holds(request.url.toEncoded() + request.body, m_tokenForms));
+            for (const auto& [name, value] : request.headers) {
+                if (name == "authorization")
+                    ++authorized;
+                else
+                    QVERIFY2(!holds(value, m_tokenForms), name.constData());
+            }
+        }
+        QVERIFY(authorized > 1000);
+    }
+
+    void noNameOfAnApplicationIsSent()
+    {
+        for (const auto& request : m_requests) {
+            QVERIFY(!holds(request.url.toEncoded() + request.body, m_applicationForms));
+            for (const auto& [name, value] : request.headers)
+                QVERIFY2(!holds(value, m_applicationForms), name.constData());
+        }
+    }
+
+    void onlyKnownCategoriesAreSent()
+    {
+        const auto known = knownCategories();
+        qint64 sent = 0;
+        for (const auto& request : m_requests) {
+            const auto body = Json::parse(request.body);
+            const auto* const members = body ? body->object() : nullptr;
+            if (!members || !members->contains(u"categories"_s))
+                continue;
+            for (const auto& category : *members->at(u"categories"_s).array()) {
+                QVERIFY(category.string());
+                QVERIFY2(known.contains(*category.string()), qPrintable(*category.string()));
+                ++sent;
+            }
+        }
+        QVERIFY2(sent > 10, "So few categories say nothing.");
+    }
+
+private:
+    void live(quint64 seed)
+    {
+        Life life(seed, Journal::Telling::whenBroken);
+        life.network().captured = [this](const HttpRequest& request) { m_requests.push_back(request); };
+        life.viewer().reported = [this](const QString& report) { m_reports.append(report.toUtf8()); };
+        life.live(std::chrono::days(7));
+        life.end();
+        if (life.journal().isBroken())
+            m_brokenRules.append(life.journal().brokenRule());
+        QDirIterator files(life.folder(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QFile::ReadOnly))
+                m_files.append(file.fileName().toUtf8() + file.readAll());
+        }
+    }
+
+    [[nodiscard]] QByteArrayList written() const { return QByteArrayList {m_output} + m_reports + m_files; }
+
+    const QByteArrayList m_tokenForms = formsOf(SimulatedService::kTokenMark.data());
+    const QByteArrayList m_applicationForms = formsOf(SimulatedDesktop::kApplicationMark.data());
+    std::vector<HttpRequest> m_requests;
+    QByteArrayList m_reports;
+    QByteArrayList m_files;
+    QByteArray m_output;
+    QStringList m_brokenRules;
+};
+
+QTEST_MAIN(WeekTest)
+#include "WeekTest.moc"
