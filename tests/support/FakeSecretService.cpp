@@ -7,6 +7,8 @@
 #include <QDBusVariant>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace orvella {
 
 using namespace Qt::Literals::StringLiterals;
@@ -73,6 +75,11 @@ void FakeSecretService::start()
         qFatal("There is another Secret Service on the bus.");
 }
 
+bool FakeSecretService::isThere()
+{
+    return bus().isConnected();
+}
+
 void FakeSecretService::die()
 {
     m_prompts.clear();
@@ -121,6 +128,8 @@ bool FakeSecretService::misbehaves(const QDBusMessage& message)
     if (found->fault == Fault::death)
         // Not from inside the call.
         QTimer::singleShot(0, this, &FakeSecretService::die);
+    if (found->fault == Fault::silence)
+        ++m_unanswered;
     if (found->fault == Fault::error)
         bus().send(message.createErrorReply(QDBusError::Failed, u"It failed."_s));
     return true;
@@ -170,7 +179,8 @@ QDBusMessage FakeSecretService::search(const QDBusMessage& message) const
     const auto wanted = qdbus_cast<QMap<QString, QString>>(message.arguments().value(0));
     QList<QDBusObjectPath> found;
     for (const auto& [itemPath, item] : items) {
-        if (item.attributes == wanted)
+        const auto fits = [&](const QString& name) { return item.attributes.value(name) == wanted.value(name); };
+        if (std::ranges::all_of(wanted.keys(), fits))
             found.append(QDBusObjectPath(itemPath));
     }
     if (!isLocked)
@@ -196,9 +206,12 @@ QDBusMessage FakeSecretService::createItem(const QDBusMessage& message)
         return message.createErrorReply(u"org.freedesktop.Secret.Error.IsLocked"_s, u"It is locked."_s);
     const auto properties = qdbus_cast<QVariantMap>(message.arguments().value(0));
     const auto secret = qdbus_cast<BusSecret>(message.arguments().value(1));
-    const auto itemPath = kCollection + u"/%1"_s.arg(++m_lastId);
     const auto attributes =
         qdbus_cast<QMap<QString, QString>>(properties.value(u"org.freedesktop.Secret.Item.Attributes"_s));
+    const auto replaces = message.arguments().value(2).toBool();
+    const auto equal =
+        std::ranges::find_if(items, [&](const auto& item) { return item.second.attributes == attributes; });
+    const auto itemPath = replaces && equal != items.end() ? equal->first : kCollection + u"/%1"_s.arg(++m_lastId);
     items.insert_or_assign(itemPath, Item {attributes, secret.value});
     return message.createReply({path(itemPath), path(u"/"_s)});
 }

@@ -34,6 +34,8 @@ public:
     /// Leaves it; what is under way there stays without an answer.
     void die();
 
+    [[nodiscard]] static bool isThere();
+
     /// What the next call of this method meets, and those after it.
     void fail(const QString& method, Fault fault, int times = kAlways);
     void recover() { m_faults.clear(); }
@@ -41,6 +43,9 @@ public:
     void put(const QString& service, const QByteArray& secret);
     /// How often the method was called.
     [[nodiscard]] int calls(const QString& method) const { return static_cast<int>(m_calls.count(method)); }
+
+    /// How many calls it has kept silent on.
+    [[nodiscard]] int unanswered() const { return m_unanswered; }
 
     /// The prompts that are up.
     [[nodiscard]] int prompts() const { return static_cast<int>(m_prompts.size()); }
@@ -83,6 +88,7 @@ private:
 
     QHash<QString, Misbehaviour> m_faults;
     QStringList m_calls;
+    int m_unanswered = 0;
     int m_lastId = 0;
     std::vector<QString> m_waitingPrompts;
     std::vector<Prompt> m_prompts;

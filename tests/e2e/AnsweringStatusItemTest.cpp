@@ -1,0 +1,153 @@
+#include "support/FakeSecretService.h"
+#include "support/FakeStatusArea.h"
+#include "support/ProgramProcess.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+using namespace orvella;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPatienceMs = 20'000;
+/// How long the panel asks.
+constexpr int kPhaseMs = 1'500;
+constexpr int kPauseMs = 5;
+constexpr double kLimitMs = 100;
+
+/// What a panel asks of the item, and how long the answers took.
+class Panel final {
+public:
+    Panel()
+        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"panel"_s))
+    {
+    }
+
+    ~Panel() { QDBusConnection::disconnectFromBus(u"panel"_s); }
+
+    void readEverything(const QString& item)
+    {
+        for (const auto& name : {u"Title"_s, u"Status"_s, u"IconName"_s, u"IconPixmap"_s, u"ToolTip"_s}) {
+            auto question = QDBusMessage::createMethodCall(
+                item, u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+            question << u"org.kde.StatusNotifierItem"_s << name;
+            ask(question);
+        }
+    }
+
+    void click(const QString& item)
+    {
+        auto question = QDBusMessage::createMethodCall(
+            item, u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s, u"Activate"_s);
+        question << 600 << 10;
+        ask(question);
+    }
+
+    /// In order of their length.
+    [[nodiscard]] std::vector<double> times() const
+    {
+        auto sorted = m_times;
+        std::ranges::sort(sorted);
+        return sorted;
+    }
+
+private:
+    void ask(const QDBusMessage& question)
+    {
+        QElapsedTimer time;
+        time.start();
+        QEventLoop loop;
+        const QDBusPendingCallWatcher watcher(m_bus.asyncCall(question, kPatienceMs));
+        QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+        loop.exec();
+        QVERIFY2(!watcher.isError(), qPrintable(watcher.error().message()));
+        m_times.push_back(static_cast<double>(time.nsecsElapsed()) / 1e6);
+    }
+
+    QDBusConnection m_bus;
+    std::vector<double> m_times;
+};
+
+using Spoil = std::function<void(FakeSecretService&)>;
+
+} // namespace
+
+/// The real program, whose keyring is in trouble, and a panel that goes on asking for its item.
+class AnsweringStatusItemTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theItemAnswersAllTheWhile_data()
+    {
+        QTest::addColumn<Spoil>("spoil");
+        QTest::addColumn<QString>("sign");
+        using Fault = FakeSecretService::Fault;
+        QTest::newRow("a keyring in order") << Spoil([](auto&) {}) << u"SearchItems"_s;
+        QTest::newRow("silent from the start")
+            << Spoil([](auto& service) { service.fail(u"OpenSession"_s, Fault::silence); }) << u"OpenSession"_s;
+        QTest::newRow("silent when it is searched")
+            << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::silence); }) << u"SearchItems"_s;
+        QTest::newRow("failing") << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::error); })
+                                 << u"SearchItems"_s;
+        QTest::newRow("locked, with its prompt up")
+            << Spoil([](auto& service) { service.isLocked = true; }) << u"Prompt"_s;
+        QTest::newRow("dying in every call")
+            << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::death); }) << u"SearchItems"_s;
+    }
+
+    void theItemAnswersAllTheWhile()
+    {
+        QFETCH(const Spoil, spoil);
+        QFETCH(const QString, sign);
+        FakeStatusArea area;
+        QVERIFY(area.start());
+        FakeSecretService service;
+        service.put(u"orvella.device-token"_s, "token-0");
+        spoil(service);
+        service.start();
+        // What has died is there again soon, for the next call.
+        QTimer revival;
+        connect(&revival, &QTimer::timeout, &service, [&service] {
+            if (!FakeSecretService::isThere())
+                service.start();
+        });
+        revival.start(100);
+        const QTemporaryDir home;
+        const ProgramProcess program(
+            {u"--set"_s, u"apiBaseURL=http://127.0.0.1:9"_s, u"--set"_s, u"showLaunchWindowAtStartup=false"_s},
+            {{u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s)}, {u"XDG_STATE_HOME"_s, home.filePath(u"state"_s)}});
+        QTRY_VERIFY_WITH_TIMEOUT(!area.items().isEmpty() && service.calls(sign) > 0, kPatienceMs);
+
+        Panel panel;
+        const auto item = area.items().constFirst();
+        QElapsedTimer phase;
+        for (phase.start(); !phase.hasExpired(kPhaseMs); QTest::qWait(kPauseMs)) {
+            panel.readEverything(item);
+            panel.click(item);
+        }
+
+        const auto times = panel.times();
+        const auto median = times.at(times.size() / 2);
+        qInfo("%zu answers: median %.1f ms, 99 %% %.1f ms, slowest %.1f ms", times.size(), median,
+            times.at(times.size() * 99 / 100), times.back());
+        QVERIFY(times.size() > 100);
+        QVERIFY(median < kLimitMs);
+        QVERIFY(times.back() < kLimitMs);
+        QVERIFY(program.isRunning());
+    }
+};
+
+QTEST_GUILESS_MAIN(AnsweringStatusItemTest)
+
+#include "AnsweringStatusItemTest.moc"
