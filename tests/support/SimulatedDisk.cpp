@@ -12,7 +12,6 @@ namespace orvella {
 
 namespace {
 
-constexpr unsigned kUmask = 022;
 constexpr unsigned kModes = 07777;
 
 unsigned octal(const QByteArray& text)
@@ -158,7 +157,7 @@ void SimulatedDisk::open(const QByteArray& path, const QByteArray& flags, const 
     if (!node) {
         if (!flags.contains("O_CREAT"))
             qFatal("What is opened is not there: %s.", path.constData());
-        node = add({Node::Kind::file, octal(mode) & ~kUmask, {}, {}, {}});
+        node = add({Node::Kind::file, octal(mode), {}, {}, {}});
         const auto [folder, name] = place(*local);
         change({{{folder, name, node}}});
     } else if (flags.contains("O_TRUNC")) {
@@ -204,7 +203,7 @@ void SimulatedDisk::makeFolder(const QByteArray& path, const QByteArray& mode)
     const auto local = inside(path);
     if (!local)
         return;
-    const auto node = add({Node::Kind::folder, octal(mode) & ~kUmask, {}, {}, {}});
+    const auto node = add({Node::Kind::folder, octal(mode), {}, {}, {}});
     const auto [folder, name] = place(*local);
     change({{{folder, name, node}}});
 }

@@ -15,7 +15,7 @@ namespace orvella {
 ///
 /// It promises no more than POSIX: the bytes of a file are there once the file was synced, a name once its folder was.
 /// What was not synced is there or not; of names, those that were changed first come first. Only what lies in one
-/// folder, and below it, is looked at.
+/// folder, and below it, is looked at. The program has no umask.
 class SimulatedDisk final {
 public:
     /// What becomes of bytes that were not synced.

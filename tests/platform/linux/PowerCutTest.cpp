@@ -4,12 +4,14 @@
 #include "support/TracedProcess.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
 #include <memory>
+#include <sys/stat.h>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
@@ -33,8 +35,20 @@ void write(const QString& path, const QByteArray& text)
 {
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || ::fchmod(file.handle(), 0600) != 0)
         qFatal("The file cannot be written.");
+}
+
+/// Also those that the program left half-written.
+bool areFilesForOwnerAlone(const QString& folder)
+{
+    QDirIterator found(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (found.hasNext()) {
+        struct stat file {};
+        if (::stat(QFile::encodeName(found.next()).constData(), &file) != 0 || (file.st_mode & 07777) != 0600)
+            return false;
+    }
+    return true;
 }
 
 QByteArray contentOf(const QString& path)
@@ -89,6 +103,9 @@ class PowerCutTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // Nothing else keeps others out then. The programs that write inherit it.
+    void initTestCase() { ::umask(0); }
+
     void aPowerCutLeavesTheOldOrTheNew_data() { addScenarios(); }
 
     void aPowerCutLeavesTheOldOrTheNew()
@@ -150,6 +167,7 @@ private Q_SLOTS:
             check(scenario, folder.path(), versions, std::max(process.lines().size() - 1, qsizetype {0}));
             if (QTest::currentTestFailed())
                 return;
+            QVERIFY(areFilesForOwnerAlone(folder.path()));
         }
     }
 
