@@ -158,6 +158,45 @@ private Q_SLOTS:
         QCOMPARE(last.device(), next.device());
     }
 
+    void aTokenThatCouldNotBeReadGoesOnlyOnceTheNewOneIsWritten_data()
+    {
+        QTest::addColumn<Fault>("fault");
+        QTest::addColumn<int>("times");
+        QTest::addColumn<std::vector<QByteArray>>("left");
+        const std::vector<QByteArray> older {"token-0", "token-2"};
+        const std::vector<QByteArray> newer {"token-1"};
+        QTest::newRow("written") << Fault::error << 0 << newer;
+        QTest::newRow("written at the second attempt") << Fault::error << 1 << newer;
+        QTest::newRow("refused") << Fault::error << 1000 << older;
+        QTest::newRow("without an answer") << Fault::silence << 1000 << older;
+        QTest::newRow("the keyring dies") << Fault::death << 1000 << older;
+    }
+
+    void aTokenThatCouldNotBeReadGoesOnlyOnceTheNewOneIsWritten()
+    {
+        QFETCH(const Fault, fault);
+        QFETCH(const int, times);
+        QFETCH(const std::vector<QByteArray>, left);
+        const QTemporaryDir folder;
+        FakeSecretService service;
+        service.put(Keychain::kService, "token-0");
+        service.put(Keychain::kService, "token-2");
+        service.items.rbegin()->second.attributes.insert(u"xdg:schema"_s, u"org.example.Other"_s);
+        service.fail(u"SearchItems"_s, Fault::silence, 1);
+        service.fail(u"CreateItem"_s, fault, times);
+        service.start();
+
+        Run run(folder.path());
+        QVERIFY(run.starts(service));
+
+        QCOMPARE(run.transport.count(endpoints::kRegister), 1);
+        QCOMPARE(run.device(), "Bearer token-1");
+        std::vector<QByteArray> secrets;
+        for (const auto& [path, item] : service.items)
+            secrets.push_back(item.secret);
+        QCOMPARE(secrets, left);
+    }
+
     void ofTwoItemsOneIsUsedAndANewTokenReplacesBoth()
     {
         const QTemporaryDir folder;

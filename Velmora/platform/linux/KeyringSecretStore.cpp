@@ -105,6 +105,15 @@ QCoro::Task<FromKeyring<>> KeyringSecretStore::removeItem(QString service, QStri
     co_return answer;
 }
 
+QCoro::Task<FromKeyring<>> KeyringSecretStore::removeOtherItems(QString service, QString account, Secret kept)
+{
+    Attempt<> attempt = [this, service, account, kept](std::stop_token token) {
+        return removeOthersOnce(service, account, kept, std::move(token));
+    };
+    const auto answer = co_await persist(std::move(attempt), m_end.get_token());
+    co_return answer;
+}
+
 template <class T> QCoro::Task<FromKeyring<T>> KeyringSecretStore::persist(Attempt<T> attempt, std::stop_token stop)
 {
     for (std::size_t tries = 0; !stop.stop_requested(); ++tries) {
@@ -160,7 +169,36 @@ QCoro::Task<FromKeyring<>> KeyringSecretStore::removeOnce(QString service, QStri
     const auto items = co_await find(service, account, Wanted::everyItem, stop);
     if (!items)
         co_return items.trouble();
+    const auto removed = co_await removeAll(*items, stop);
+    co_return removed;
+}
+
+QCoro::Task<FromKeyring<>> KeyringSecretStore::removeOthersOnce(
+    QString service, QString account, Secret kept, std::stop_token stop)
+{
+    const auto items = co_await find(service, account, Wanted::everyItem, stop);
+    if (!items)
+        co_return items.trouble();
+    std::vector<Path> others;
     for (const auto& item : *items) {
+        const auto opened = co_await session(stop);
+        if (!opened)
+            co_return opened.trouble();
+        const auto secret = co_await (*opened)->secret(item, stop);
+        if (!secret)
+            co_return secret.trouble();
+        if (*secret != kept)
+            others.push_back(item);
+    }
+    if (others.size() == items->size())
+        co_return {};
+    const auto removed = co_await removeAll(std::move(others), stop);
+    co_return removed;
+}
+
+QCoro::Task<FromKeyring<>> KeyringSecretStore::removeAll(std::vector<Path> items, std::stop_token stop)
+{
+    for (const auto& item : items) {
         const auto opened = co_await session(stop);
         if (!opened)
             co_return opened.trouble();

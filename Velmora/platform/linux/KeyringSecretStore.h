@@ -41,6 +41,8 @@ public:
     QCoro::Task<FromKeyring<std::optional<Secret>>> readItem(QString service, QString account, std::stop_token stop);
     QCoro::Task<FromKeyring<>> addItem(QString service, QString account, Secret value);
     QCoro::Task<FromKeyring<>> removeItem(QString service, QString account);
+    /// Removes the items but the one with this secret; none where that one is not there.
+    QCoro::Task<FromKeyring<>> removeOtherItems(QString service, QString account, Secret kept);
 
     QCoro::Task<std::optional<Secret>> read(QString service, QString account, std::stop_token stop) override;
     QCoro::Task<Finding> look(QString service, QString account) override;
@@ -59,6 +61,8 @@ private:
     QCoro::Task<FromKeyring<std::optional<Secret>>> readOnce(QString service, QString account, std::stop_token stop);
     QCoro::Task<FromKeyring<>> addOnce(QString service, QString account, Secret value, std::stop_token stop);
     QCoro::Task<FromKeyring<>> removeOnce(QString service, QString account, std::stop_token stop);
+    QCoro::Task<FromKeyring<>> removeOthersOnce(QString service, QString account, Secret kept, std::stop_token stop);
+    QCoro::Task<FromKeyring<>> removeAll(std::vector<Path> items, std::stop_token stop);
 
     QCoro::Task<FromKeyring<Session>> session(std::stop_token stop);
     QCoro::Task<FromKeyring<std::vector<Path>>> find(

@@ -1,5 +1,7 @@
 #include "platform/linux/SystemSecretStore.h"
 
+#include <tuple>
+
 namespace orvella {
 
 SystemSecretStore::SystemSecretStore(Clock& clock, const QString& folder)
@@ -26,10 +28,15 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
     const auto answer = co_await askKeyring(key, stop);
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
+    const auto isClear = answer || (answer.trouble() == KeyringTrouble::noCollection && !isInKeyring(key));
+    if (isClear)
+        m_unclear.erase(key);
+    else
+        m_unclear.insert(key);
     std::optional<Secret> item;
     if (answer && *answer)
         item = co_await withItem(key, **answer, kept);
-    else if (answer || (answer.trouble() == KeyringTrouble::noCollection && !isInKeyring(key)))
+    else if (isClear)
         item = co_await withoutItem(key, kept);
     else
         item = co_await withoutKeyring(key, kept, answer.trouble());
@@ -136,8 +143,11 @@ QCoro::Task<> SystemSecretStore::add(QString service, QString account, Secret va
     const auto isAbsent = !added && added.trouble() == KeyringTrouble::absent;
     const auto place = added ? Place::keyring : isAbsent ? Place::file : Place::memory;
     m_held.insert_or_assign(Key {service, account}, Held {value, place});
-    if (place == Place::keyring)
+    if (place == Place::keyring) {
         co_await m_mark.set(service, account);
+        if (!end.stop_requested() && m_unclear.erase(Key {service, account}) > 0)
+            std::ignore = co_await m_keyring.removeOtherItems(service, account, value);
+    }
     if (place != Place::file)
         co_return;
     co_await m_file.add(service, account, value);
@@ -150,13 +160,15 @@ QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
 {
     const auto end = m_end.get_token();
     m_held.erase(Key {service, account});
-    const auto removed = co_await m_keyring.removeItem(service, account);
-    if (end.stop_requested())
-        co_return;
-    if (removed)
-        co_await m_mark.clear(service, account);
-    if (end.stop_requested())
-        co_return;
+    if (!m_unclear.contains(Key {service, account})) {
+        const auto removed = co_await m_keyring.removeItem(service, account);
+        if (end.stop_requested())
+            co_return;
+        if (removed)
+            co_await m_mark.clear(service, account);
+        if (end.stop_requested())
+            co_return;
+    }
     co_await m_file.remove(service, account);
 }
 

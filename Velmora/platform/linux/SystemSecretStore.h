@@ -6,6 +6,7 @@
 #include "platform/linux/KeyringSecretStore.h"
 
 #include <map>
+#include <set>
 #include <utility>
 
 namespace orvella {
@@ -20,6 +21,9 @@ namespace orvella {
 /// an item that the viewer keeps from the keyring serves until the program ends, and is written nowhere. An item of the
 /// file that was answered stays the answer, too, when a keyring with another one appears: what was begun by one device
 /// cannot be ended by another. The keyring's counts from the next run on.
+///
+/// Where the keyring could not be read in this run, an item that it may hold is removed only once another has been
+/// added to it: the older may be a good one, and without the other there would be none.
 ///
 /// An item that is known to lie in the keyring is waited for, so that a keyring that comes after us at login is not
 /// taken for none: see `KeyringMark` and `AwaitedKeyring`. The mark goes when the item is removed from the keyring, and
@@ -59,6 +63,8 @@ private:
     std::stop_source m_end;
     /// The items of this run.
     std::map<Key, Held> m_held;
+    /// What the keyring holds of these could not be read.
+    std::set<Key> m_unclear;
     FileSecretStore m_file;
     KeyringMark m_mark;
     KeyringSecretStore m_keyring;
