@@ -281,11 +281,9 @@ private Q_SLOTS:
         second.start(QStringLiteral(ORVELLA_STORE_WRITER),
             QStringList {u"settings"_s, path} + QStringList(changes).replaceInStrings(u"="_s, u"ageConfirmed="_s));
 
-        while (!first.waitForFinished(1) || !second.waitForFinished(1)) {
+        const auto isRunning = [](const QProcess& process) { return process.state() != QProcess::NotRunning; };
+        for (; isRunning(first) || isRunning(second); QTest::qWait(1))
             QCOMPARE(FileSettingsStore(path).boolean(u"anonymousMode"_s), true);
-            if (first.state() == QProcess::NotRunning && second.state() == QProcess::NotRunning)
-                break;
-        }
 
         QCOMPARE(first.exitCode() + second.exitCode(), 0);
         QCOMPARE(FileSettingsStore(path).boolean(u"anonymousMode"_s), true);
