@@ -11,7 +11,7 @@ namespace {
 
 template <class T> QByteArray reply(const T& record)
 {
-    return Json(Json::Object {{u"ok"_s, true}, {u"data"_s, toJson(record)}}).serialise().value();
+    return replyOf(toJson(record));
 }
 
 template <class T> Result<APIResponse<T>> decode(const QByteArray& text)
@@ -27,8 +27,7 @@ template <class T> QString problem(const T& record, const QString& key, const st
     members.erase(key);
     if (value)
         members.insert_or_assign(key, *value);
-    const auto text = Json(Json::Object {{u"ok"_s, true}, {u"data"_s, Json(members)}}).serialise().value();
-    const auto decoded = decode<T>(text);
+    const auto decoded = decode<T>(replyOf(members));
     return decoded ? QString() : decoded.error().description;
 }
 

@@ -62,7 +62,7 @@ void RawService::recover()
 
 QByteArray RawService::body(const QString& path) const
 {
-    return Json(Json::Object {{u"ok"_s, true}, {u"data"_s, m_records.value(path)}}).serialise().value();
+    return replyOf(m_records.value(path));
 }
 
 QStringList RawService::paths() const

@@ -50,4 +50,10 @@ template <WireRecord T> Json toJson(const T& record)
     return object;
 }
 
+/// The text of a reply that carries this.
+inline QByteArray replyOf(const Json& data)
+{
+    return Json(Json::Object {{QStringLiteral("ok"), true}, {QStringLiteral("data"), data}}).serialise().value();
+}
+
 } // namespace orvella

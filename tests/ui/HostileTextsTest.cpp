@@ -18,6 +18,8 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 using namespace orvella;
 using namespace std::chrono_literals;
@@ -27,7 +29,7 @@ namespace {
 
 constexpr qsizetype kMegabyte = 1'000'000;
 /// Far more than it takes and far less than a viewer waits.
-constexpr int kPatienceMs = 5000;
+constexpr int kPatienceMs = 20'000;
 
 /// An offer in which the service has written this into every text.
 AvailableAd adOf(const QString& text)
@@ -54,13 +56,22 @@ struct World {
     std::unique_ptr<LaunchWindowController> launch;
 
     explicit World(const QString& text)
+        : World(adOf(text), aWallet().wallet, text)
     {
-        const auto offer = adOf(text);
+    }
+
+    World(const AvailableAd& offer, const Wallet& wallet, const QString& text = {})
+    {
         state = std::make_unique<AppState>(platform.lend(), transport);
         state->activationCode = text;
         state->verificationUri = text;
         state->lastError = text;
         state->availableAd = offer;
+        state->availableCents = wallet.availableCents;
+        state->pendingCents = wallet.pendingCents;
+        state->paidCents = wallet.paidCents;
+        state->lifetimeCents = wallet.lifetimeCents;
+        state->lastEarnedCents = offer.viewerEarnCentsExact;
         menu = std::make_unique<MenuPopoverView>(look, *state, platform.lend(), MenuPopoverView::Actions {});
         menu->show();
         launch = std::make_unique<LaunchWindowController>(look, *state, platform.lend());
@@ -129,11 +140,31 @@ private Q_SLOTS:
 
         QVERIFY2(time.elapsed() < kPatienceMs, qPrintable(QString::number(time.elapsed())));
         QCOMPARE(World::windows().size(), 4);
-        const auto room = QGuiApplication::primaryScreen()->availableSize();
-        for (const auto* const window : World::windows()) {
-            QVERIFY2(window->width() <= room.width() && window->height() <= room.height(),
-                qPrintable(u"%1: %2 x %3"_s.arg(window->objectName()).arg(window->width()).arg(window->height())));
-        }
+        checkThatTheyFitTheScreen();
+    }
+
+    void theGreatestAndTheLeastNumbersAreShown_data()
+    {
+        QTest::addColumn<qint64>("number");
+        QTest::addColumn<double>("cents");
+        QTest::newRow("greatest") << std::numeric_limits<qint64>::max() << std::nexttoward(0x1p63, 0.0);
+        QTest::newRow("least") << std::numeric_limits<qint64>::min() << std::numeric_limits<double>::lowest();
+        QTest::newRow("smallest") << qint64 {-1} << std::numeric_limits<double>::denorm_min();
+    }
+
+    void theGreatestAndTheLeastNumbersAreShown()
+    {
+        QFETCH(const qint64, number);
+        QFETCH(const double, cents);
+        auto ad = anAd();
+        ad.requiredSeconds = number;
+        ad.viewerEarnCentsExact = cents;
+
+        const World world(ad, {number, number, number, number});
+
+        QCOMPARE(World::windows().size(), 4);
+        QCOMPARE(world.menu->findChild<QLabel*>(u"available"_s)->text(), world.platform.locale.usDollars(number));
+        checkThatTheyFitTheScreen();
     }
 
     void aReasonOfEveryCategoryIsNotCut()
@@ -195,6 +226,15 @@ private Q_SLOTS:
     }
 
 private:
+    static void checkThatTheyFitTheScreen()
+    {
+        const auto room = QGuiApplication::primaryScreen()->availableSize();
+        for (const auto* const window : World::windows()) {
+            QVERIFY2(window->width() <= room.width() && window->height() <= room.height(),
+                qPrintable(u"%1: %2 x %3"_s.arg(window->objectName()).arg(window->width()).arg(window->height())));
+        }
+    }
+
     static void checkThatNothingIsTakenForMarkup(const QWidget& widget)
     {
         if (const auto* const label = qobject_cast<const QLabel*>(&widget))
