@@ -53,6 +53,11 @@ int ProgramProcess::exitCode()
     return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
 
+QString ProgramProcess::output()
+{
+    return QString::fromUtf8(m_process.readAllStandardOutput());
+}
+
 QString ProgramProcess::errors()
 {
     return QString::fromUtf8(m_process.readAllStandardError());

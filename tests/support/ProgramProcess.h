@@ -31,6 +31,7 @@ public:
     void send(int signal);
     /// The exit code; -1 where it was killed or does not end.
     [[nodiscard]] int exitCode();
+    [[nodiscard]] QString output();
     [[nodiscard]] QString errors();
 
 private:

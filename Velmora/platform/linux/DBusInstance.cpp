@@ -59,6 +59,7 @@ DBusInstance::DBusInstance(QDBusConnection bus, Options options)
     : m_bus(std::move(bus))
     , m_report(new DBusReportAdaptor(this, m_bus))
     , m_options(std::move(options))
+    , m_lock(m_options.lockFile)
     , m_name(nameFor(m_options.profile))
     , m_path(pathFor(m_name))
 {
@@ -74,9 +75,19 @@ DBusInstance::~DBusInstance()
 
 bool DBusInstance::claim(Request request)
 {
+    const auto isFirst = isFirstOnBus(request);
+    if (isFirst == false)
+        return false;
+    // Where the bus is there, this is for a later program that finds none.
+    const bool hasLock = m_lock.take();
+    return isFirst.value_or(hasLock);
+}
+
+std::optional<bool> DBusInstance::isFirstOnBus(Request request)
+{
     // Whoever sees the name can call at once.
     if (!m_bus.isConnected() || !m_bus.registerObject(m_path, this, QDBusConnection::ExportAdaptors))
-        return true;
+        return std::nullopt;
     // An owner may end between the request and the call. One that ends over and over is none.
     constexpr int kAttempts = 3;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -90,7 +101,7 @@ bool DBusInstance::claim(Request request)
             return false;
         }
     }
-    return true;
+    return std::nullopt;
 }
 
 void DBusInstance::watch(std::function<void(Request)> requested)

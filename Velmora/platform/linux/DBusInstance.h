@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Instance.h"
+#include "platform/linux/InstanceLock.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -17,7 +18,8 @@ class DBusReportAdaptor;
 
 /// The program of a session and profile is the one that owns its name on the session bus.
 ///
-/// Without a session bus, or with one that gives nobody the name, each program takes itself for the first.
+/// Without a session bus, or with one that gives nobody the name, it is the one that has locked a file. A later program
+/// can tell it nothing then.
 class DBusInstance final : public QObject, public Instance {
     Q_OBJECT
 
@@ -30,6 +32,8 @@ public:
         QProcessEnvironment environment;
         /// Takes such a right that a later program hands over. May be empty.
         std::function<void(QString)> takeActivationToken;
+        /// Where it is empty, each program without a bus takes itself for the first.
+        QString lockFile = {};
     };
 
     /// `bus` is a connection of its own: the shared ones hold back what comes in until the main loop runs.
@@ -52,6 +56,8 @@ public:
     [[nodiscard]] QString name() const { return m_name; }
 
 private:
+    /// Nothing where the bus cannot tell.
+    [[nodiscard]] std::optional<bool> isFirstOnBus(Request request);
     [[nodiscard]] bool requestName();
     [[nodiscard]] bool hasOwner() const;
     [[nodiscard]] bool tellOwner(Request request) const;
@@ -62,6 +68,7 @@ private:
     QDBusConnection m_bus;
     DBusReportAdaptor* m_report;
     Options m_options;
+    InstanceLock m_lock;
     QString m_name;
     QString m_path;
     bool m_isOwner = false;

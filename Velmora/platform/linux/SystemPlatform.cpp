@@ -62,7 +62,8 @@ struct SystemPlatform::Services {
         , statusItem(QDBusConnection::sessionBus(),
               {kApplicationId, symbolicIconName(directories.icons(), kApplicationId)}, activationTokens)
         , instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("instance")),
-              {profile, environment, [this](const QString& token) { activationTokens.receive(token); }})
+              {profile, environment, [this](const QString& token) { activationTokens.receive(token); },
+                  directories.state() + QStringLiteral("/instance.lock")})
     {
     }
 
