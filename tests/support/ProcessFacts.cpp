@@ -35,6 +35,14 @@ QByteArray file(qint64 process, const QString& name)
     return content.open(QIODevice::ReadOnly) ? content.readAll() : QByteArray();
 }
 
+bool handles(qint64 process, int signal)
+{
+    const auto status = file(process, u"status"_s);
+    const QByteArray name = "SigCgt:";
+    const auto mask = status.sliced(status.indexOf(name) + name.size()).split('\n').constFirst().trimmed();
+    return (mask.toULongLong(nullptr, 16) >> (signal - 1) & 1) != 0;
+}
+
 QList<qint64> descendants(qint64 process)
 {
     QList<qint64> found;

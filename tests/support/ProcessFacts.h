@@ -15,6 +15,9 @@ namespace orvella::ProcessFacts {
 /// A file of its folder in /proc, such as "cmdline"; empty where there is none.
 [[nodiscard]] QByteArray file(qint64 process, const QString& name);
 
+/// Whether it has a handler for this signal.
+[[nodiscard]] bool handles(qint64 process, int signal);
+
 /// The processes that it has started and that still run, and theirs.
 [[nodiscard]] QList<qint64> descendants(qint64 process);
 
