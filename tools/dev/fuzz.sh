@@ -24,7 +24,6 @@ verb_fuzz() {
     need build
     build_preset fuzz
 
-    rm -rf build/fuzz/findings
     mkdir -p build/fuzz/findings build/fuzz/logs
     export -f run_fuzzer
     # shellcheck disable=SC2016 # the inner bash expands it
@@ -35,8 +34,8 @@ verb_fuzz() {
 }
 
 external_seeds_of() {
-    local folder=${ORVELLA_CORPORA:-../shared/testdata}/${external_seeds[$1]:-}
-    [[ -z ${external_seeds[$1]:-} || ! -d $folder ]] || echo "$folder"
+    local folder=${ORVELLA_CORPORA:-}/${external_seeds[$1]:-}
+    [[ -z ${ORVELLA_CORPORA:-} || -z ${external_seeds[$1]:-} || ! -d $folder ]] || echo "$folder"
 }
 
 # Fuzzes on from where the last run ended: run_fuzzer NAME SECONDS EXTERNAL-SEEDS
@@ -59,7 +58,11 @@ run_fuzzer() {
 fuzzing_verdict() {
     local name unfinished=()
     for name in "$@"; do
-        ! grep -q "^$name ended with" "build/fuzz/logs/$name" || unfinished+=("$name")
+        # A fuzzer that has tried nothing has shown nothing.
+        if grep -q "^$name ended with" "build/fuzz/logs/$name" \
+            || ! grep -q '^stat::number_of_executed_units: *[1-9]' "build/fuzz/logs/$name"; then
+            unfinished+=("$name")
+        fi
     done
     ((${#unfinished[@]} == 0)) || {
         for name in "${unfinished[@]}"; do
