@@ -7,7 +7,7 @@
 namespace orvella {
 
 // libcurl counts the calls and guards the count itself since version 7.84.
-static_assert(LIBCURL_VERSION_NUM >= 0x075400);
+static_assert(LIBCURL_VERSION_NUM >= 0x075500);
 
 CurlLibrary::CurlLibrary()
 {

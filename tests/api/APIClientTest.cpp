@@ -110,6 +110,9 @@ private Q_SLOTS:
         row("HTTP://service.test", false);
         row("http://10.0.0.1", false);
         row("http://128.0.0.1", false);
+        row("http://127.999.0.1", false);
+        row("http://127.256.1.1", false);
+        row("http://127.0.0.99999999999", false);
         row("http://0.0.0.0", false);
         row("http://[::]", false);
         row("http://[::2]", false);
