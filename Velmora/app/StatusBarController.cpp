@@ -106,7 +106,13 @@ void StatusBarController::showAd(const AvailableAd& ad, Popover::Keyboard keyboa
         return;
     m_adPopover = std::make_unique<AdWindowController>(m_look, ad, m_state.api(), m_state.anonymousMode(), m_platform,
         AdWindowController::OwnerActions {
-            .onDismiss = [this, ad] { m_state.finishAd(ad); },
+            .onDismiss =
+                [this, ad] {
+                    // The service may have credited a view whose answer nobody waits for any more.
+                    if (m_adPopover->viewing().awaitsVerdict())
+                        m_state.doubtWallet();
+                    m_state.finishAd(ad);
+                },
             .onFinished =
                 [this, ad](std::optional<double> earnedCents) {
                     QMetaObject::invokeMethod(

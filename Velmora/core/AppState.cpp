@@ -118,7 +118,7 @@ QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_to
         if (stop.stop_requested())
             co_return;
         // A wallet that could not be had, at the start or after an ad, is made up for once the service answers again.
-        if (self && self->m_isWalletOverdue && !self->lastError())
+        if (self && self->isWalletOverdue() && !self->lastError())
             co_await self->refreshWallet(stop);
         if (stop.stop_requested())
             co_return;
@@ -227,13 +227,24 @@ QCoro::Task<> AppState::refreshWallet(std::stop_token stop)
     noteOutcome(answer);
 }
 
+void AppState::doubtWallet()
+{
+    m_failedWalletQuestion = ++m_walletQuestions;
+}
+
+bool AppState::isWalletOverdue() const
+{
+    return m_failedWalletQuestion > m_answeredWalletQuestion;
+}
+
 void AppState::noteWallet(qint64 question, const Result<WalletResponse>& answer)
 {
+    if (!answer) {
+        m_failedWalletQuestion = std::max(m_failedWalletQuestion, question);
+        return;
+    }
     // What a later answer has overtaken knows nothing of what was earned in between.
     if (question < m_answeredWalletQuestion)
-        return;
-    m_isWalletOverdue = !answer;
-    if (!answer)
         return;
     m_answeredWalletQuestion = question;
     linked = answer->linked;

@@ -83,6 +83,8 @@ public:
     void suppress(const AvailableAd& ad);
 
     QCoro::Task<> refreshWallet();
+    /// Something may have been credited that no answer has told: the wallet is asked for after the next poll.
+    void doubtWallet();
     /// Closes an ad the viewer is done with, however it ended.
     void finishAd(const AvailableAd& ad);
     /// Sends the settings as they are when the request is made.
@@ -114,6 +116,8 @@ private:
     /// A success clears the last error, a failure becomes it.
     template <class T> void noteOutcome(const Result<T>& answer);
     void offer(const AvailabilityResponse& response);
+    /// Whether what is shown may lack what was earned.
+    [[nodiscard]] bool isWalletOverdue() const;
     void noteWallet(qint64 question, const Result<WalletResponse>& answer);
     [[nodiscard]] Json::Object availabilityBody(const AppSignalClassifier::Categories& categories) const;
     [[nodiscard]] QString balanceTitle() const;
@@ -125,10 +129,9 @@ private:
     Keychain m_keychain;
     qint64 m_pollSeconds;
     qint64 m_walletQuestions = 0;
-    /// The latest of them that has had an answer.
+    /// The latest of them that has had an answer, and the latest that has had none.
     qint64 m_answeredWalletQuestion = 0;
-    /// What is shown may lack what was earned.
-    bool m_isWalletOverdue = false;
+    qint64 m_failedWalletQuestion = 0;
     CreativeSuppression m_suppressedCreativeIds;
     bool m_hasViewerAskedForLoginItem = false;
 };

@@ -78,6 +78,39 @@ private Q_SLOTS:
         QCOMPARE(world.state.lifetimeCents(), 4812);
     }
 
+    void anEarlierAnswerDoesNotMakeUpForALaterQuestion()
+    {
+        World world;
+        auto early = world.transport.hold(endpoints::kWallet);
+        world.refresh();
+        world.transport.fail(endpoints::kWallet, u"no network"_s);
+        world.refresh();
+        world.transport.answer(endpoints::kWallet, aWallet());
+        auto old = aWallet();
+        old.wallet.lifetimeCents = 4800;
+        early.answer(200, old);
+        QCOMPARE(world.state.lifetimeCents(), 4800);
+
+        world.state.startPolling();
+        settle();
+
+        QCOMPARE(world.state.lifetimeCents(), 4812);
+    }
+
+    void aWalletThatIsDoubtedIsAskedForAfterTheNextPoll()
+    {
+        World world;
+        world.refresh();
+        world.state.doubtWallet();
+
+        world.state.startPolling();
+        settle();
+
+        QCOMPARE(world.transport.count(endpoints::kWallet), 2);
+        world.platform.clock.advance(300s);
+        QCOMPARE(world.transport.count(endpoints::kWallet), 2);
+    }
+
     void aWalletThatCouldNotBeHadIsAskedForAfterTheNextPoll()
     {
         World world;

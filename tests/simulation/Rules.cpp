@@ -132,7 +132,7 @@ void Rules::sent(const SimulatedNetwork::Call& call)
     else if (call.path == endpoints::kAdsAvailable)
         expect(++m_cyclesInFlight == 1 && m_isPolling, u"Two poll loops run."_s);
     else if (call.path == endpoints::kWallet)
-        m_isWalletOwed = false;
+        walletRequested();
     else if (call.path == endpoints::kSessionStart)
         sessionRequested(call);
     else if (call.path == endpoints::kSessionComplete)
@@ -159,6 +159,12 @@ void Rules::checkPrivacy(const SimulatedNetwork::Call& call)
     const auto mark = QByteArray(SimulatedDesktop::kApplicationMark.data());
     expect(!call.request.body.contains(mark) && !call.request.url.toEncoded().contains(mark),
         u"The name of an application is sent."_s);
+}
+
+void Rules::walletRequested()
+{
+    m_isWalletOwed = false;
+    ++m_walletsInFlight;
 }
 
 void Rules::sessionRequested(const SimulatedNetwork::Call& call)
@@ -244,9 +250,10 @@ void Rules::offerArrives(const SimulatedNetwork::Call& call)
     if (!response)
         return;
     // Now that the service answers, what it could not say before is asked again.
-    m_isWalletOwed = m_isWalletOwed || m_isWalletOverdue;
-    if (m_isWalletOverdue)
+    if (isMoneyMissing()) {
+        m_isWalletOwed = true;
         m_world.journal.note(u"wallet: to be asked again"_s);
+    }
     if (response->pollSeconds)
         m_pollSeconds = std::clamp<qint64>(*response->pollSeconds, 60, 900);
     m_offered.reset();
@@ -258,9 +265,19 @@ void Rules::offerArrives(const SimulatedNetwork::Call& call)
     m_title = m_offered ? Title::ad : Title::balance;
 }
 
+/// What the service has credited is not shown, and nothing is under way that would tell.
+bool Rules::isMoneyMissing() const
+{
+    const bool isVerdictAwaited =
+        m_viewing && m_viewing->isCompletionSent && !m_viewing->isOver && !m_viewing->isDismissed;
+    return m_walletsInFlight == 0 && !isVerdictAwaited
+        && m_world.service.wallet().wallet.lifetimeCents != m_wallet.wallet.lifetimeCents;
+}
+
 void Rules::walletArrives(const SimulatedNetwork::Call& call)
 {
     const auto wallet = record<WalletResponse>(call);
+    --m_walletsInFlight;
     m_expectsError = !wallet;
     // It may be the loop that waits for it.
     loopGivesSign();
@@ -269,7 +286,6 @@ void Rules::walletArrives(const SimulatedNetwork::Call& call)
         m_world.journal.note(u"wallet: overtaken"_s);
         return;
     }
-    m_isWalletOverdue = !wallet;
     if (!wallet)
         return;
     m_walletNumber = call.number;

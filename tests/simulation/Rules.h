@@ -68,11 +68,13 @@ private:
     void sent(const SimulatedNetwork::Call& call);
     void arrives(const SimulatedNetwork::Call& call);
     void checkPrivacy(const SimulatedNetwork::Call& call);
+    void walletRequested();
     void sessionRequested(const SimulatedNetwork::Call& call);
     void completionRequested(const SimulatedNetwork::Call& call);
     void cycleBegins();
     void loopGivesSign();
     void offerArrives(const SimulatedNetwork::Call& call);
+    [[nodiscard]] bool isMoneyMissing() const;
     void walletArrives(const SimulatedNetwork::Call& call);
     void viewBegins(QWindow* panel, const QString& creativeId);
     void viewEnds(std::optional<double> earnedCents);
@@ -103,7 +105,7 @@ private:
     Title m_title = Title::initial;
     std::optional<double> m_lastEarnedCents;
     bool m_isWalletOwed = false;
-    bool m_isWalletOverdue = false;
+    int m_walletsInFlight = 0;
 
     WalletResponse m_wallet;
     int m_walletNumber = 0;

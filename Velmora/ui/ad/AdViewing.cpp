@@ -92,7 +92,10 @@ QCoro::Task<Result<CompletionResponse>> AdViewing::watch(std::stop_token stop)
             co_return failed(Failure::Kind::cancelled);
         remaining = remaining() - 1;
     }
+    m_awaitsVerdict = true;
     auto verdict = co_await m_api.complete(started->sessionId, stop);
+    if (!stop.stop_requested())
+        m_awaitsVerdict = false;
     co_return verdict;
 }
 

@@ -48,6 +48,9 @@ public:
 
     [[nodiscard]] const AvailableAd& ad() const { return m_ad; }
 
+    /// Whether the view was reported as complete, and may have been credited, without an answer so far.
+    [[nodiscard]] bool awaitsVerdict() const { return m_awaitsVerdict; }
+
     /// What the ad pays, in cents: exact where the service says so.
     [[nodiscard]] double earningsCents() const;
 
@@ -73,6 +76,7 @@ private:
     Browser& m_browser;
     Actions m_actions;
     bool m_hasStarted = false;
+    bool m_awaitsVerdict = false;
     /// Ends with the panel. A flow may come back after this object has gone, so it asks its token before anything else.
     std::stop_source m_view;
     /// A click-through outlives the panel, not this object.
