@@ -150,6 +150,8 @@ private Q_SLOTS:
         World world(service, {.limit = limit, .authorities = {}});
 
         check(world, fault, error, [] {});
+        for (const auto& other : m_elsewhere)
+            QVERIFY2(other->paths().isEmpty(), "Nobody is to be sent to another origin.");
     }
 
     void anInsecureServerGetsNothingAndTheProgramGoesOn_data()
@@ -247,7 +249,7 @@ private:
             u"The service's answer could not be read: data is missing."_s);
     }
 
-    static void addStatuses()
+    void addStatuses()
     {
         const QByteArray interim = "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Early Hints\r\nlink: </a>\r\n\r\n";
         add("100 and 103 before the answer",
@@ -265,7 +267,8 @@ private:
             const auto away = location(elsewhere->server().url().resolved(QUrl(u"/api/mac/wallet"_s)).toEncoded());
             QTest::addRow("%d to the same origin", status)
                 << answered(answer::reply(status, kSpite, location("/api/mac/wallet"))) << kSignIn << 60'000ms;
-            QTest::addRow("%d to another origin", status) << Fault([elsewhere, status, away](RawService& service) {
+            m_elsewhere.push_back(elsewhere);
+            QTest::addRow("%d to another origin", status) << Fault([status, away](RawService& service) {
                 service.breakDown(answer::reply(status, kSpite, away));
             }) << kSignIn << 60'000ms;
         }
@@ -312,6 +315,9 @@ private:
     }
 
     TestAuthority m_authority;
+
+    /// Where redirects lead to.
+    std::vector<std::shared_ptr<RawService>> m_elsewhere;
 };
 
 QTEST_GUILESS_MAIN(ServiceFaultsTest)

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] bool isViewerBusy() const;
 
     /// A part of every name and identifier of an application.
-    static constexpr QLatin1String kApplicationMark {"Zq7x"};
+    static constexpr QLatin1String kApplicationMark {"Zq7xWv8kPj3m"};
 
     FakeLoginItem loginItem;
     FakeLocale locale;

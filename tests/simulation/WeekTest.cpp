@@ -50,10 +50,19 @@ private:
     std::vector<std::pair<int, int>> m_before;
 };
 
-/// What must not be found where it does not belong, in every form in which it may have got there.
+/// What must not be found where it does not belong, in every form in which it may have got there, also as a part.
 QByteArrayList formsOf(const QByteArray& secret)
 {
-    return {secret, secret.toBase64(), secret.toHex(), QString::fromUtf8(secret).toLower().toUtf8()};
+    const auto wide = QString::fromLatin1(secret);
+    QByteArrayList forms {secret, secret.toLower(), secret.toHex(),
+        QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2)};
+    // What is before and after it decides how it falls into groups of three; the characters at the edges depend on
+    // that.
+    for (qsizetype before = 0; before < 3; ++before) {
+        const auto text = (QByteArray(before, 'x') + secret).toBase64(QByteArray::OmitTrailingEquals);
+        forms.append(text.sliced(before == 0 ? 0 : before + 1).chopped(2));
+    }
+    return forms;
 }
 
 bool holds(const QByteArray& text, const QByteArrayList& forms)
@@ -90,6 +99,28 @@ private Q_SLOTS:
         QVERIFY2(m_requests.size() > 1000, "So few requests say nothing.");
         QVERIFY2(m_reports.size() > 10, "So few reports say nothing.");
         QVERIFY2(!m_output.isEmpty(), "Qt is to say what it likes.");
+    }
+
+    /// Else the tests below would find nothing because nothing can be found.
+    void everyFormIsFound_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        const QByteArray secret = "Bearer " + QByteArray(SimulatedService::kTokenMark.data()) + "17";
+        const auto wide = QString::fromLatin1(secret);
+        QTest::newRow("as it is") << secret;
+        QTest::newRow("in lower case") << secret.toLower();
+        QTest::newRow("hexadecimal") << secret.toHex();
+        QTest::newRow("UTF-16") << QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2);
+        for (int before = 0; before < 3; ++before)
+            QTest::addRow("Base64, %d before", before) << (QByteArray(before, '-') + secret).toBase64();
+    }
+
+    void everyFormIsFound()
+    {
+        QFETCH(const QByteArray, text);
+
+        QVERIFY(holds(text, m_tokenForms));
+        QVERIFY(!holds("Bearer something else", m_tokenForms));
     }
 
     void nothingThatIsWrittenHoldsTheToken()

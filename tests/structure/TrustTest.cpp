@@ -62,6 +62,19 @@ private Q_SLOTS:
         QCOMPARE(findings(assigned), QStringList {u"Velmora/api/CurlOptions.h: authorities = {"_s});
     }
 
+    void authoritiesAndProtocolsAreNamedInOnePlace()
+    {
+        const QRegularExpression named(u"CURLOPT_\\w*(CAINFO|CAPATH|CRLFILE|SSLVERSION|CIPHER)\\w*[^)]*"_s);
+
+        QCOMPARE(findings(named),
+            (QStringList {
+                u"Velmora/api/CurlTransfer.cpp: CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2"_s,
+                u"Velmora/api/CurlTransfer.cpp: CURLOPT_CAINFO, options.authorities.constData("_s,
+                u"Velmora/api/CurlTransfer.cpp: CURLOPT_CAPATH, nullptr"_s,
+                u"Velmora/api/CurlTransfer.cpp: CURLOPT_CAINFO, nullptr"_s,
+            }));
+    }
+
     void noOtherWayAroundTheVerificationIsTaken()
     {
         const QRegularExpression ways(
