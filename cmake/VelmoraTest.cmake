@@ -41,6 +41,8 @@ function(velmora_test name)
         LC_ALL=C.UTF-8
         QT_QPA_PLATFORM=offscreen
         ASAN_OPTIONS=detect_leaks=1:abort_on_error=0${symbolizer_option}
+        # GLib's own allocator would hide from the sanitizer what is lost.
+        G_SLICE=always-malloc
         LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0
         UBSAN_OPTIONS=print_stacktrace=1${symbolizer_option}
         TSAN_OPTIONS=${tsan_options}${symbolizer_option}

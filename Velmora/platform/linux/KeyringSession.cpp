@@ -101,6 +101,7 @@ std::vector<KeyringSession::Path> pathList(const char* const* paths)
     return list;
 }
 
+/// Only for what is floating: of anything else, one more reference would never be given back.
 GLibPointer<GVariant> owned(GVariant* floating)
 {
     return GLibPointer<GVariant>(g_variant_ref_sink(floating));
@@ -108,7 +109,7 @@ GLibPointer<GVariant> owned(GVariant* floating)
 
 KeyringSession::Path pathAt(GVariant* reply, gsize index)
 {
-    const auto path = owned(g_variant_get_child_value(reply, index));
+    const GLibPointer<GVariant> path(g_variant_get_child_value(reply, index));
     return g_variant_get_string(path.get(), nullptr);
 }
 
@@ -186,17 +187,20 @@ QCoro::Task<FromKeyring<KeyringSession::Found>> KeyringSession::search(
 
 QCoro::Task<FromKeyring<Secret>> KeyringSession::secret(Path item, std::stop_token stop)
 {
-    GLibCall get(m_clock, m_limit, stop, [&](auto* cancellable, auto answered, auto data) {
-        secret_service_get_secret_for_dbus_path(m_service.get(), item.constData(), cancellable, answered, data);
-    });
-    const auto reply = co_await get;
-    if (!reply.result)
-        co_return unanswered(reply.ending);
-    ErrorSlot error;
+    // Not libsecret's own function for it, which never lets go of the answer (0.20.5).
+    const auto* const path = item.constData();
+    auto arguments = owned(
+        g_variant_new("(@aoo)", g_variant_new_objv(&path, 1), secret_service_get_session_dbus_path(m_service.get())));
+    const auto reply =
+        co_await call(kServicePath, kServiceInterface, "GetSecrets", "(a{o(oayays)})", std::move(arguments), stop);
+    if (!reply)
+        co_return reply.trouble();
+    const GLibPointer<GVariant> secrets(g_variant_get_child_value(reply->get(), 0));
+    const GLibPointer<GVariant> encoded(g_variant_lookup_value(secrets.get(), path, G_VARIANT_TYPE("(oayays)")));
     const SecretValuePointer value(
-        secret_service_get_secret_for_dbus_path_finish(m_service.get(), reply.result.get(), error.slot()));
+        encoded ? secret_service_decode_dbus_secret(m_service.get(), encoded.get()) : nullptr);
     if (!value)
-        co_return error.trouble();
+        co_return KeyringTrouble::failed;
     gsize length = 0;
     const auto* const bytes = secret_value_get(value.get(), &length);
     co_return Secret(QByteArray(bytes, static_cast<qsizetype>(length)));
@@ -258,8 +262,8 @@ QCoro::Task<FromKeyring<bool>> KeyringSession::isLocked(Path collection, std::st
         co_await call(collection, "org.freedesktop.DBus.Properties", "Get", "(v)", std::move(arguments), stop);
     if (!reply)
         co_return reply.trouble();
-    const auto boxed = owned(g_variant_get_child_value(reply->get(), 0));
-    const auto value = owned(g_variant_get_variant(boxed.get()));
+    const GLibPointer<GVariant> boxed(g_variant_get_child_value(reply->get(), 0));
+    const GLibPointer<GVariant> value(g_variant_get_variant(boxed.get()));
     if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN))
         co_return KeyringTrouble::failed;
     co_return static_cast<bool>(g_variant_get_boolean(value.get()));
