@@ -10,7 +10,7 @@ using Request = Instance::Request;
 
 DBusApplicationAdaptor::DBusApplicationAdaptor(
     QObject* parent, std::function<void(Request, const QVariantMap&)> requested)
-    : QDBusAbstractAdaptor(parent)
+    : SealedAdaptor(parent)
     , m_requested(std::move(requested))
 {
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Instance.h"
+#include "platform/linux/SealedAdaptor.h"
 
-#include <QDBusAbstractAdaptor>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -15,7 +15,7 @@ namespace orvella {
 
 /// What launchers and a second program call on the session bus, as the Desktop Entry Specification has it. It belongs
 /// to the object that it is made on.
-class DBusApplicationAdaptor final : public QDBusAbstractAdaptor {
+class DBusApplicationAdaptor final : public SealedAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 

@@ -9,7 +9,7 @@ namespace orvella {
 using namespace Qt::StringLiterals;
 
 DBusReportAdaptor::DBusReportAdaptor(QObject* parent, QDBusConnection bus)
-    : QDBusAbstractAdaptor(parent)
+    : SealedAdaptor(parent)
     , m_bus(std::move(bus))
 {
 }
@@ -24,7 +24,10 @@ QString DBusReportAdaptor::Diagnose(const QDBusMessage& message)
 {
     // What is returned from here is not sent then.
     message.setDelayedReply(true);
-    if (m_report)
+    // Qt takes whatever else comes for a part of the message.
+    if (!message.arguments().isEmpty())
+        m_bus.send(message.createErrorReply(QDBusError::InvalidArgs, u"Diagnose takes no arguments."_s));
+    else if (m_report)
         answer(m_bus, message, m_report);
     else
         m_bus.send(message.createErrorReply(QDBusError::NotSupported, u"The program is not there yet."_s));

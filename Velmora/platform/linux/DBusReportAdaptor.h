@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/linux/SealedAdaptor.h"
+
 #include <QCoroTask>
-#include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QString>
@@ -12,7 +13,7 @@ namespace orvella {
 
 /// What a program that is started for a report asks the running one on the session bus. It belongs to the object that
 /// it is made on.
-class DBusReportAdaptor final : public QDBusAbstractAdaptor {
+class DBusReportAdaptor final : public SealedAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "io.orvella.Orvella.Report")
 

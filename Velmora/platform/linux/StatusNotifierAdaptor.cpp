@@ -10,7 +10,7 @@ namespace orvella {
 using namespace Qt::StringLiterals;
 
 StatusNotifierAdaptor::StatusNotifierAdaptor(QObject* item, QString id, Handlers handlers)
-    : QDBusAbstractAdaptor(item)
+    : SealedAdaptor(item)
     , m_id(std::move(id))
     , m_handlers(std::move(handlers))
 {

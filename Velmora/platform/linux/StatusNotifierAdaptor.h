@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/linux/SealedAdaptor.h"
 #include "platform/linux/StatusPixmap.h"
 #include "platform/linux/StatusToolTip.h"
 
-#include <QDBusAbstractAdaptor>
 #include <QObject>
 #include <QPoint>
 #include <QString>
@@ -19,7 +19,7 @@ namespace orvella {
 /// every item that has it.
 ///
 /// https://www.freedesktop.org/wiki/Specifications/StatusNotifierItem/
-class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
+class StatusNotifierAdaptor final : public SealedAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
 
