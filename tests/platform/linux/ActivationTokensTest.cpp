@@ -29,6 +29,25 @@ private Q_SLOTS:
         QCOMPARE(tokens.take(), QString());
     }
 
+    void aTokenOf1024CharactersIsTaken()
+    {
+        const QString token(1024, u'x');
+        ActivationTokens tokens;
+        tokens.receive(token);
+
+        QCOMPARE(tokens.take(), token);
+    }
+
+    void whatHas1025CharactersIsNoToken()
+    {
+        ActivationTokens tokens;
+        tokens.receive(u"first"_s);
+        tokens.receive(QString(1025, u'x'));
+
+        QCOMPARE(tokens.take(), u"first"_s);
+        QCOMPARE(tokens.take(), QString());
+    }
+
     void withoutATokenThereIsNone()
     {
         ActivationTokens tokens;
