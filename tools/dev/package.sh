@@ -62,6 +62,22 @@ project_files() {
 check_packages() {
     lintian --allow-root --fail-on=error,warning --info "$debs"/*.changes || fail "lintian finds faults in the packages"
     echo "lintian: no error and no warning"
+    check_hardened
+}
+
+# What the packages bring, not what was built: a packager's tools may change it.
+check_hardened() {
+    local content=build/packages-content deb
+    rm -rf "$content"
+    for deb in "$debs"/*.deb; do
+        dpkg-deb --extract "$deb" "$content"
+    done
+    local binaries
+    mapfile -t binaries < <(find "$content" -type f \( -path '*/bin/*' -o -name '*.so' \))
+    ((${#binaries[@]} == 3)) || fail "the packages should have three binaries: ${binaries[*]}"
+    tests/packaging/hardened "${binaries[@]}" || fail "the packages have binaries that are not hardened"
+    rm -r "$content"
+    echo "hardened: ${#binaries[@]} binaries"
 }
 
 # A build in another folder, at another hour of the world and by somebody stricter is the same.

@@ -15,9 +15,9 @@ declare -A packages=(
     [shots]="fonts-inter fonts-jetbrains-mono"
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
         x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0 desktop-file-utils appstream groff
-        bash-completion packagekit xfce4-session mate-session-manager lxqt-session strace"
+        bash-completion binutils packagekit xfce4-session mate-session-manager lxqt-session strace"
     [bench]="libbenchmark-dev"
-    [package]="debhelper dpkg-dev fakeroot lintian man-db"
+    [package]="binutils debhelper dpkg-dev fakeroot lintian man-db"
     # Makes a bare Debian to install the packages on.
     [check_package]="mmdebstrap"
     [lint]="clang-format-19 clang-tidy-19"
