@@ -6,6 +6,7 @@
 #include "app/Diagnosis.h"
 #include "app/Translations.h"
 #include "base/ApplicationId.h"
+#include "base/CoreDumps.h"
 #include "base/TerminationSignals.h"
 #include "base/Version.h"
 #include "platform/Instance.h"
@@ -115,6 +116,7 @@ int diagnose(int argc, char** argv, const CommandLine& commandLine)
 
 int VelmoraApp::run(int argc, char** argv)
 {
+    leaveNoCoreDumps();
     const auto commandLine = CommandLine::parse(arguments(argc, argv));
     if (!commandLine) {
         print(stderr, QStringLiteral("orvella: %1\n").arg(commandLine.error().description));
