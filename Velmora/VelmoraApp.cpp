@@ -9,6 +9,7 @@
 #include "base/CoreDumps.h"
 #include "base/TerminationSignals.h"
 #include "base/Version.h"
+#include "platform/DisplayChoice.h"
 #include "platform/Instance.h"
 #include "platform/SystemPlatform.h"
 
@@ -16,6 +17,8 @@
 
 #include <clocale>
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 namespace orvella {
 
@@ -38,11 +41,6 @@ QStringList arguments(int argc, char** argv)
     return texts;
 }
 
-bool hasDisplay()
-{
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
 /// After the application object.
 void describeApplication()
 {
@@ -57,8 +55,8 @@ void describeApplication()
 
 int runInBar(int argc, char** argv, const CommandLine& commandLine)
 {
-    // Qt would end the program with a core dump.
-    if (!hasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    std::optional<DisplayChoice> display(std::in_place);
+    if (display->isEmpty()) {
         print(stderr, QStringLiteral("orvella: There is no display to show anything on.\n"));
         return kNoDisplayError;
     }
@@ -67,6 +65,11 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     // The session starts Orvella by its login item; restored by the session manager too, it would run twice.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     const QApplication application(argc, argv);
+    if (display->isRefused()) {
+        print(stderr, QStringLiteral("orvella: The display does not let the program in.\n"));
+        return kNoDisplayError;
+    }
+    display.reset();
     describeApplication();
 
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
@@ -97,9 +100,7 @@ int diagnose(int argc, char** argv, const CommandLine& commandLine)
 {
     SystemPlatform::prepareProcess();
     // The fault may be that there is no display, or none that lets the program in.
-    const auto chosen = qgetenv("QT_QPA_PLATFORM");
-    const auto first = chosen.isEmpty() && hasDisplay() ? QByteArray("xcb;wayland") : chosen;
-    qputenv("QT_QPA_PLATFORM", first.isEmpty() ? QByteArray("offscreen") : first + ";offscreen");
+    const DisplayChoice display;
     const QApplication application(argc, argv);
     describeApplication();
     SystemPlatform platform(commandLine.profile, commandLine.overlays);

@@ -12,6 +12,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTcpServer>
 #include <QTest>
 
@@ -63,6 +64,12 @@ public:
     void end()
     {
         m_server.terminate();
+        m_server.waitForFinished();
+    }
+
+    void kill()
+    {
+        m_server.kill();
         m_server.waitForFinished();
     }
 
@@ -230,6 +237,37 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < kLimitMs, qPrintable(QString::number(timer.elapsed())));
     }
 
+    void theEndOfTheDisplayLosesNothing_data()
+    {
+        QTest::addColumn<bool>("isKilled");
+        QTest::newRow("ended") << false;
+        QTest::newRow("killed") << true;
+    }
+
+    void theEndOfTheDisplayLosesNothing()
+    {
+        QFETCH(const bool, isKilled);
+        SandboxProcess service;
+        {
+            DisplayProcess display;
+            ProgramProcess program(optionsFor(service.address()), {{u"DISPLAY"_s, display.name()}});
+            QTRY_COMPARE_WITH_TIMEOUT(service.lines().size(), 1, kPatienceMs);
+            QTRY_COMPARE_WITH_TIMEOUT(visibleWindowsOf(program.id(), display.name()), 1, kPatienceMs);
+            // The first of the settings has the keyboard: ads open by themselves from now on.
+            QCOMPARE(pressSpaceOn(display), 0);
+            QTRY_VERIFY_WITH_TIMEOUT(settings().contains("autoOpenAds"), kPatienceMs);
+
+            isKilled ? display.kill() : display.end();
+
+            QCOMPARE(program.exitCode(), 0);
+        }
+
+        ProgramProcess next(optionsFor(service.address()));
+        // The ad has opened beside the startup window.
+        QTRY_COMPARE_WITH_TIMEOUT(visibleWindowsOf(next.id()), 2, kPatienceMs);
+        QCOMPARE(service.lines().size(), 1);
+    }
+
     void withoutItsBusTheProgramStillEndsInOrder()
     {
         PrivateBus bus;
@@ -250,6 +288,19 @@ private:
     [[nodiscard]] QStringList optionsFor(const QString& service) const
     {
         return {u"--profile"_s, m_profile->path(), u"--set"_s, u"apiBaseURL="_s + service};
+    }
+
+    [[nodiscard]] QByteArray settings() const
+    {
+        QFile file(m_profile->filePath(u"config/settings.json"_s));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static int pressSpaceOn(const DisplayProcess& display)
+    {
+        return QProcess::execute(u"env"_s,
+            {u"DISPLAY="_s + display.name(), u"xdotool"_s, u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Orvella$"_s,
+                u"windowfocus"_s, u"--sync"_s, u"key"_s, u"space"_s});
     }
 
     std::optional<QTemporaryDir> m_profile;

@@ -208,6 +208,8 @@ private:
         lookAround(program, u"with an ad"_s);
         clickTheAd(program);
         QTRY_VERIFY_WITH_TIMEOUT(!contentOf(m_home->filePath(u"browser"_s)).isEmpty(), kPatienceMs);
+        // What is started finds the viewer's own choice of display.
+        QVERIFY(contentOf(m_home->filePath(u"browser"_s)).contains("QT_QPA_PLATFORM=xcb\n"));
         QTRY_COMPARE_WITH_TIMEOUT(service.lines().filter(u" earned "_s).size(), 1, kPatienceMs);
         QTRY_COMPARE_WITH_TIMEOUT(visibleWindowsOf(program.id()), 1, kPatienceMs);
 

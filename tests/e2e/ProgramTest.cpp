@@ -1,3 +1,4 @@
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,11 +15,13 @@ struct Outcome {
     QString output;
     QString errors;
 
-    explicit Outcome(const QStringList& arguments)
+    explicit Outcome(const QStringList& arguments, const QMap<QString, QString>& variables = {})
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         for (const auto* const name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "QT_QPA_PLATFORM"})
             environment.remove(QString::fromLatin1(name));
+        for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+            environment.insert(variable.key(), variable.value());
         QProcess process;
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(ORVELLA_PROGRAM), arguments);
@@ -86,6 +89,33 @@ private Q_SLOTS:
         const auto errors = QString::fromUtf8(process.readAllStandardError());
         QVERIFY2(errors.contains(u"The address of the service, the setting apiBaseURL, may be http on this computer"_s),
             qUtf8Printable(errors));
+    }
+
+    void aDisplayThatLetsNobodyInIsASentenceAndNoCoreDump_data()
+    {
+        using Variables = QMap<QString, QString>;
+        const std::pair x11 {u"DISPLAY"_s, u":9999"_s};
+        const std::pair wayland {u"WAYLAND_DISPLAY"_s, u"nowhere"_s};
+        QTest::addColumn<Variables>("variables");
+        QTest::newRow("X11") << Variables {x11};
+        QTest::newRow("Wayland") << Variables {wayland};
+        QTest::newRow("both") << Variables {x11, wayland};
+        QTest::newRow("X11, as the viewer wants it") << Variables {x11, {u"QT_QPA_PLATFORM"_s, u"xcb"_s}};
+        QTest::newRow("one that Qt does not know") << Variables {x11, {u"QT_QPA_PLATFORM"_s, u"teletype"_s}};
+    }
+
+    void aDisplayThatLetsNobodyInIsASentenceAndNoCoreDump()
+    {
+        using Variables = QMap<QString, QString>;
+        QFETCH(const Variables, variables);
+
+        const Outcome outcome({}, variables);
+
+        // What Qt says of the reason comes before it.
+        QVERIFY2(outcome.errors.endsWith(u"\norvella: The display does not let the program in.\n"_s),
+            qPrintable(outcome.errors));
+        QCOMPARE(outcome.exitCode, 1);
+        QCOMPARE(outcome.output, QString());
     }
 
     void aTerminatedProgramEndsInOrderAndLeavesEverythingInItsProfile()

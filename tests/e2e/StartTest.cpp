@@ -185,6 +185,13 @@ private Q_SLOTS:
         QCOMPARE(program.windows(), windows);
     }
 
+    void aDeadWaylandDisplayBesideALiveXServerIsNoObstacle()
+    {
+        ProgramProcess program(options(), {{u"QT_QPA_PLATFORM"_s, {}}, {u"WAYLAND_DISPLAY"_s, u"nowhere"_s}});
+
+        QTRY_COMPARE_WITH_TIMEOUT(visibleWindowsOf(program.id()), 1, kPatienceMs);
+    }
+
     void itsWindowsAreTheDesktopEntrys()
     {
         const auto entry =

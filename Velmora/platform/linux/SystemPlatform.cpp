@@ -90,18 +90,12 @@ struct SystemPlatform::Services {
     DBusInstance instance;
 };
 
-/// Under Wayland a program may not say where its windows go, so it uses the X server of the session where there is one:
-/// a popover that hangs from nothing would be shown in the middle of the screen, or tiled.
-///
 /// With more than one monitor Qt leaves the bars out of account unless it is told to believe the window manager.
 void SystemPlatform::prepareProcess()
 {
     endInOrderWithDisplay();
     if (qEnvironmentVariableIsEmpty("QT_RELY_ON_NET_WORKAREA_ATOM"))
         qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-        && !qEnvironmentVariableIsEmpty("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
 SystemPlatform::SystemPlatform(
