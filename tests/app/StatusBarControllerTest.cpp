@@ -262,6 +262,24 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 1);
     }
 
+    void anAdThatEarnedNothingLeavesTheLastEarningsStanding()
+    {
+        World world;
+        world.startWithOffer();
+        world.click();
+        world.platform.clock.advance(18s);
+        QCOMPARE(world.controller->state().lastEarnedCents(), 12.5);
+        auto other = anAd();
+        other.creativeId = u"creative-2"_s;
+        world.controller->state().availableAd = other;
+        world.transport.fail(endpoints::kSessionStart, u"No network."_s);
+
+        world.click();
+
+        QVERIFY(world.controller->state().isSuppressed(other));
+        QCOMPARE(world.controller->state().lastEarnedCents(), 12.5);
+    }
+
     void anOfferThatIsTakenBackDoesNotCloseThePanel()
     {
         World world;

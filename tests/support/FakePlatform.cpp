@@ -48,13 +48,14 @@ struct FakeSecrets::Reader {
 
 class FakeSecrets::Unlocked final {
 public:
-    Unlocked(FakeSecrets& store, std::stop_token stop)
+    Unlocked(FakeSecrets& store, bool isNeeded, std::stop_token stop)
         : m_store(store)
+        , m_isNeeded(isNeeded)
         , m_stop(std::move(stop))
     {
     }
 
-    [[nodiscard]] bool await_ready() const noexcept { return !m_store.isLocked || m_stop.stop_requested(); }
+    [[nodiscard]] bool await_ready() const noexcept { return !m_isNeeded || m_stop.stop_requested(); }
 
     void await_suspend(std::coroutine_handle<> waiting)
     {
@@ -70,13 +71,14 @@ public:
 
 private:
     FakeSecrets& m_store;
+    bool m_isNeeded;
     std::stop_token m_stop;
 };
 
 QCoro::Task<std::optional<Secret>> FakeSecrets::read(QString service, QString account, std::stop_token stop)
 {
     operations.append(QStringLiteral("read ") + service);
-    co_await Unlocked(*this, stop);
+    co_await Unlocked(*this, isLocked, stop);
     if (stop.stop_requested())
         co_return std::nullopt;
     for (const auto& item : m_items) {
@@ -99,6 +101,7 @@ QCoro::Task<SecretStore::Finding> FakeSecrets::look(QString service, QString acc
 QCoro::Task<> FakeSecrets::add(QString service, QString account, Secret value)
 {
     operations.append(QStringLiteral("add ") + service);
+    co_await Unlocked(*this, writesWait, {});
     if (!refusesWrites)
         m_items.push_back({service, account, value.reveal()});
     co_return;
@@ -107,6 +110,7 @@ QCoro::Task<> FakeSecrets::add(QString service, QString account, Secret value)
 QCoro::Task<> FakeSecrets::remove(QString service, QString account)
 {
     operations.append(QStringLiteral("remove ") + service);
+    co_await Unlocked(*this, writesWait, {});
     if (!refusesWrites)
         std::erase_if(m_items, [&](const Item& item) { return item.service == service && item.account == account; });
     co_return;

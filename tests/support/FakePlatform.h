@@ -63,6 +63,8 @@ public:
     bool isLocked = false;
     /// Whether a read waits on when its flow is stopped, as one does that is under way on another thread.
     bool ignoresStops = false;
+    /// Whether every write waits for `unlock`, too.
+    bool writesWait = false;
     /// Called by `unlock`, in the order of the reads.
     void unlock();
     bool refusesWrites = false;

@@ -411,6 +411,17 @@ private Q_SLOTS:
         QVERIFY(world.finished.empty());
     }
 
+    void anAdIsDismissedOnce()
+    {
+        World world;
+        world.start();
+
+        world.viewing->dismiss();
+        world.viewing->dismiss();
+
+        QCOMPARE(world.dismissals, 1);
+    }
+
     void aDismissalEndsTheViewingEvenIfItsOwnerLeavesItOnTheScreen()
     {
         World world;
@@ -426,6 +437,22 @@ private Q_SLOTS:
 
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
         QVERIFY(world.finished.empty());
+        QCOMPARE(world.platform.clock.sleepers(), 0U);
+    }
+
+    void aSessionThatBeginsAfterTheDismissalIsNotTakenUp()
+    {
+        World world;
+        auto session = world.transport.hold(endpoints::kSessionStart);
+        world.viewing = std::make_unique<AdViewing>(anAd(), world.api, true, world.platform.clock,
+            world.platform.browser, AdViewing::Actions {[] {}, [] {}, [] {}, [](std::optional<double>) {}, {}});
+        world.viewing->start();
+        settle();
+        world.viewing->dismiss();
+
+        session.answer(200, aSession());
+
+        QVERIFY(!world.viewing->session());
         QCOMPARE(world.platform.clock.sleepers(), 0U);
     }
 

@@ -250,6 +250,18 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
     }
 
+    void aPanelThatWasClosedWaitsForNothing()
+    {
+        World world;
+        // The panel has found its place.
+        world.platform.clock.advance(500ms);
+        QCOMPARE(world.platform.clock.sleepers(), 1U);
+
+        world.click(u"close"_s);
+
+        QCOMPARE(world.platform.clock.sleepers(), 0U);
+    }
+
     void aClickElsewhereDoesNotCloseThePanel()
     {
         World world;
