@@ -16,6 +16,7 @@ declare -A packages=(
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
         x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0 desktop-file-utils appstream groff
         bash-completion binutils packagekit xfce4-session mate-session-manager lxqt-session strace"
+    [mutate]="python3"
     [bench]="libbenchmark-dev"
     [package]="binutils debhelper dpkg-dev fakeroot lintian man-db"
     # Makes a bare Debian to install the packages on.
