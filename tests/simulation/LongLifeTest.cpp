@@ -1,30 +1,13 @@
 #include "simulation/Life.h"
+#include "support/AllocatedBytes.h"
 
 #include <QDir>
 #include <QTest>
-
-#include <malloc.h>
-
-#ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
-#elif __has_feature(address_sanitizer)
-#include <sanitizer/allocator_interface.h>
-#define __SANITIZE_ADDRESS__
-#endif
 
 using namespace orvella::simulation;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-std::size_t allocatedBytes()
-{
-#ifdef __SANITIZE_ADDRESS__
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    return ::mallinfo2().uordblks;
-#endif
-}
 
 qsizetype entries(const QString& folder)
 {
@@ -32,7 +15,7 @@ qsizetype entries(const QString& folder)
 }
 
 struct Use {
-    std::size_t bytes = allocatedBytes();
+    std::size_t bytes = orvella::allocatedBytes();
     qsizetype descriptors = entries(u"/proc/self/fd"_s);
     qsizetype threads = entries(u"/proc/self/task"_s);
 };

@@ -1,4 +1,5 @@
 #include "platform/linux/KeyringSecretStore.h"
+#include "support/AllocatedBytes.h"
 #include "support/KeyringDaemon.h"
 #include "support/Outcome.h"
 #include "support/ScriptedPrompter.h"
@@ -136,6 +137,30 @@ private Q_SLOTS:
         QCOMPARE(read(kService), "token-1");
     }
 
+    void readingOverAndOverLeavesNothingBehind_data()
+    {
+        QTest::addColumn<bool>("isThere");
+        QTest::newRow("an item") << true;
+        QTest::newRow("no item") << false;
+    }
+
+    void readingOverAndOverLeavesNothingBehind()
+    {
+        QFETCH(const bool, isThere);
+        // About a hundred bytes for each reading: what a library keeps once, it may get at any time.
+        constexpr std::size_t kNoise = 8 * 1024;
+        if (isThere)
+            add(kService, "token-1");
+
+        readOften(20, isThere);
+        const auto before = allocatedBytes();
+        readOften(80, isThere);
+        const auto after = allocatedBytes();
+
+        qInfo("%zu bytes after 20 readings, %zu after 100", before, after);
+        QVERIFY(after < before + kNoise);
+    }
+
     void aLockedKeyringIsReadOnceTheViewerHasUnlockedIt()
     {
         add(kService, "token-1");
@@ -269,6 +294,12 @@ private:
         if (!isOver)
             qFatal("The store does not answer.");
         return *outcome ? std::optional((*outcome)->reveal()) : std::nullopt;
+    }
+
+    void readOften(int times, bool isThere)
+    {
+        for (int i = 0; i < times; ++i)
+            QCOMPARE(read(kService).has_value(), isThere);
     }
 
     /// How many items there are for the service, as secret-tool sees it.
