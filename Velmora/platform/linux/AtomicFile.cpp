@@ -5,6 +5,7 @@
 #include "platform/linux/Uninterrupted.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -12,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +25,11 @@ namespace {
 
 // As many links as the kernel itself follows.
 constexpr int kMostLinks = 40;
+
+// Long enough not to be taken for what a viewer keeps beside the file, "settings.json.backup" for example.
+constexpr QLatin1String kUnfinished {".unfinished-"};
+constexpr QLatin1String kRandom {"XXXXXX"};
+constexpr int kMostTries = 10;
 
 bool writeAll(const Descriptor& file, const QByteArray& content)
 {
@@ -58,15 +65,62 @@ bool isOccupied(const QString& target)
     return ::lstat(QFile::encodeName(target).constData(), &found) == 0 && !S_ISREG(found.st_mode);
 }
 
+/// Locks a new file. False where somebody has taken it for a left-over in between.
+bool isLocked(int file)
+{
+    // It is not waited for: who has it may have been stopped. Where nothing can be locked, nothing is removed either.
+    if (uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) != 0)
+        return errno != EWOULDBLOCK;
+    struct stat found {};
+    return ::fstat(file, &found) != 0 || found.st_nlink > 0;
+}
+
+/// Opens a new file beside the target and gives its name. It is locked for as long as it is open, so that nobody takes
+/// it for a left-over. -1, with `errno`, where that is not possible.
+int openTemporary(const QString& target, QByteArray& name)
+{
+    for (int tries = 1;; ++tries) {
+        // mkostemp makes it readable by the user only.
+        const auto file = uninterrupted([&] {
+            name = QFile::encodeName(target + kUnfinished + kRandom);
+            return ::mkostemp(name.data(), O_CLOEXEC);
+        });
+        if (file < 0 || isLocked(file) || tries == kMostTries)
+            return file;
+        ::unlink(name.constData());
+        ::close(file);
+    }
+}
+
+/// Removes the file unless a process is writing it.
+void removeLeftOver(const QString& path)
+{
+    const auto name = QFile::encodeName(path);
+    // A network may ask for a file that is open for writing before it locks it.
+    const Descriptor file(
+        uninterrupted([&] { return ::open(name.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); }));
+    struct stat found {};
+    if (file.isOpen() && ::fstat(file.number(), &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == ::geteuid()
+        && uninterrupted([&] { return ::flock(file.number(), LOCK_EX | LOCK_NB); }) == 0)
+        ::unlink(name.constData());
+}
+
+void removeLeftOversOf(const QString& target)
+{
+    const QFileInfo file(target);
+    const auto beginning = file.fileName() + kUnfinished;
+    const auto entries = file.dir().entryList(QDir::Files | QDir::Hidden);
+    for (const auto& entry : entries) {
+        if (entry.startsWith(beginning) && entry.size() == beginning.size() + kRandom.size())
+            removeLeftOver(file.dir().filePath(entry));
+    }
+}
+
 /// Writes the content to a new file beside the target and moves it there.
 bool replaceTarget(const QString& target, const QByteArray& content)
 {
     QByteArray temporary;
-    // mkostemp makes it readable by the user only.
-    const Descriptor file(uninterrupted([&] {
-        temporary = QFile::encodeName(target + u".XXXXXX"_s);
-        return ::mkostemp(temporary.data(), O_CLOEXEC);
-    }));
+    const Descriptor file(openTemporary(target, temporary));
     if (!file.isOpen())
         return false;
     if (writeAll(file, content) && uninterrupted([&] { return ::fsync(file.number()); }) == 0
@@ -108,6 +162,12 @@ bool AtomicFile::makeFolder() const
     return path && makePath(QFileInfo(*path).path());
 }
 
+void AtomicFile::removeLeftOvers() const
+{
+    if (const auto path = target())
+        removeLeftOversOf(*path);
+}
+
 Result<void> AtomicFile::replace(const QByteArray& content) const
 {
     const auto path = target();
@@ -116,6 +176,7 @@ Result<void> AtomicFile::replace(const QByteArray& content) const
     if (isOccupied(*path))
         return refusedBySystem(EEXIST);
     const auto folder = QFileInfo(*path).path();
+    removeLeftOversOf(*path);
     if (!makePath(folder) || !replaceTarget(*path, content) || !syncFolder(folder))
         return refusedBySystem(errno);
     return {};

@@ -21,9 +21,13 @@ public:
     /// Makes the folder of the target where there is none, for the user alone (0700). False where that is not possible.
     [[nodiscard]] bool makeFolder() const;
 
-    /// Writes beside the target, syncs, renames over it and syncs the folder. The file is the user's alone (0600), and
-    /// so are the folders that had to be made (0700). Fails with `refused`, also
-    /// where something other than a file is in the place; what was there then stays.
+    /// Removes what processes have left that were killed while they wrote the file. What one is writing now stays: it
+    /// is locked.
+    void removeLeftOvers() const;
+
+    /// Removes what was left over, writes to "<target>.unfinished-XXXXXX", syncs, renames that over the target and
+    /// syncs the folder. The file is the user's alone (0600), and so are the folders that had to be made (0700). Fails
+    /// with `refused`, also where something other than a file is in the place; what was there then stays.
     [[nodiscard]] Result<void> replace(const QByteArray& content) const;
 
 private:

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cerrno>
 #include <unistd.h>
 
 namespace orvella {
 
-/// An open file that closes itself.
+/// An open file that closes itself, and leaves `errno` as it was: it may say why something before has failed.
 class Descriptor final {
 public:
     explicit Descriptor(int number)
@@ -17,8 +18,11 @@ public:
 
     ~Descriptor()
     {
-        if (isOpen())
-            ::close(m_number);
+        if (!isOpen())
+            return;
+        const auto reason = errno;
+        ::close(m_number);
+        errno = reason;
     }
 
     [[nodiscard]] bool isOpen() const { return m_number >= 0; }

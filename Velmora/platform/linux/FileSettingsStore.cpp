@@ -69,6 +69,7 @@ Found lookAt(const QString& path)
 FileSettingsStore::FileSettingsStore(const QString& path)
     : m_file(path)
 {
+    m_file.removeLeftOvers();
     if (const auto target = m_file.target())
         m_values = lookAt(*target).members;
 }

@@ -10,7 +10,8 @@
 
 namespace orvella {
 
-/// The settings as a JSON object in a file, read at construction and written, synced to the disk, at every change.
+/// The settings as a JSON object in a file, read at construction and written, synced to the disk, at every change. What
+/// a process has left that was killed while it wrote the file goes at construction, too.
 ///
 /// A change is made to the file as it is then: what the program does not know in it, and what somebody else has changed
 /// in it meanwhile, stays. A file that cannot be read, or is not a JSON object, is moved aside under a new name

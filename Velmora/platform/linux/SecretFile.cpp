@@ -80,6 +80,8 @@ SecretFile::SecretFile(const QString& folder)
 
 std::optional<Secret> SecretFile::read(const QString& service, const QString& account) const
 {
+    // It may hold a secret that has long been the keyring's alone; the file itself may never be written again.
+    m_file.removeLeftOvers();
     const auto content = load();
     const auto found = content.items.find({service, account});
     return found == content.items.end() ? std::nullopt : std::optional(found->second);
@@ -99,6 +101,7 @@ bool SecretFile::put(const QString& service, const QString& account, const Secre
 
 bool SecretFile::remove(const QString& service, const QString& account) const
 {
+    m_file.removeLeftOvers();
     // Where there is nothing to remove, not even a folder is made.
     if (load().state != State::usable)
         return false;

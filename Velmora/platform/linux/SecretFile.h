@@ -18,6 +18,7 @@ namespace orvella {
 ///
 /// A file that others can read, that belongs to somebody else, that is a link or that is not understood is not used: it
 /// reads as empty, and before a new one is written it is set aside under a new name. Nothing that is in it is lost.
+/// What a process has left that was killed while it wrote the file goes at the next call.
 class SecretFile final {
 public:
     explicit SecretFile(const QString& folder);

@@ -1,13 +1,17 @@
 #include "platform/linux/AtomicFile.h"
-
+#include "platform/linux/Descriptor.h"
 #include "support/OrdinaryUser.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -22,6 +26,13 @@ namespace {
 QStringList& calls()
 {
     static QStringList kept;
+    return kept;
+}
+
+/// What happens whenever a file is on its way to the disk.
+std::function<void()>& whileSyncing()
+{
+    static std::function<void()> kept;
     return kept;
 }
 
@@ -56,6 +67,8 @@ extern "C" int fsync(int descriptor)
     struct stat found {};
     ::fstat(descriptor, &found);
     calls().append(S_ISDIR(found.st_mode) ? u"sync folder"_s : u"sync file"_s);
+    if (whileSyncing())
+        whileSyncing()();
     return static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
 
@@ -207,6 +220,80 @@ private Q_SLOTS:
         QVERIFY(!replaced);
         QCOMPARE(contentOf(at(u"file"_s)), "old");
         QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+    }
+
+    void whatAKilledProcessLeftBesideTheFileIsRemoved()
+    {
+        QVERIFY(write(at(u"file"_s), "old"));
+        QVERIFY(write(at(u"file.unfinished-a1B2c3"_s), "half"));
+
+        AtomicFile(at(u"file"_s)).removeLeftOvers();
+
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+        QVERIFY(write(at(u"file.unfinished-a1B2c3"_s), "half"));
+        QVERIFY(AtomicFile(at(u"file"_s)).replace("new"));
+        QCOMPARE(entriesOf(m_folder->path()), QStringList {u"file"_s});
+    }
+
+    void whatIsLeftIsRemovedBesideTheTargetOfALink()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir(u"kept"_s));
+        QVERIFY(QFile::link(u"kept/real"_s, at(u"link"_s)));
+        QVERIFY(write(at(u"kept/real.unfinished-a1B2c3"_s), "half"));
+
+        AtomicFile(at(u"link"_s)).removeLeftOvers();
+
+        QVERIFY(entriesOf(at(u"kept"_s)).isEmpty());
+    }
+
+    void whatAProcessIsWritingStays()
+    {
+        QVERIFY(write(at(u"file.unfinished-a1B2c3"_s), "half"));
+        const Descriptor writer(::open(QFile::encodeName(at(u"file.unfinished-a1B2c3"_s)).constData(), O_WRONLY));
+        QCOMPARE(::flock(writer.number(), LOCK_EX), 0);
+
+        QVERIFY(AtomicFile(at(u"file"_s)).replace("new"));
+
+        QCOMPARE(entriesOf(m_folder->path()), QStringList({u"file"_s, u"file.unfinished-a1B2c3"_s}));
+    }
+
+    void aFileIsLockedWhileItIsWritten()
+    {
+        const AtomicFile file(at(u"file"_s));
+        whileSyncing() = [&] { file.removeLeftOvers(); };
+        const auto forget = qScopeGuard([] { whileSyncing() = {}; });
+
+        QVERIFY(file.replace("new"));
+
+        QCOMPARE(contentOf(at(u"file"_s)), "new");
+    }
+
+    void whatOthersKeepBesideTheFileStays()
+    {
+        const QStringList names {u"file.backup"_s, u"file.unfinished-"_s, u"file.unfinished-a1B2c"_s,
+            u"file.unfinished-a1B2c3d"_s, u"file.unreadable-1"_s, u"file2.unfinished-a1B2c3"_s};
+        for (const auto& name : names)
+            QVERIFY(write(at(name), "mine"));
+        QVERIFY(QDir(m_folder->path()).mkdir(u"file.unfinished-folder"_s));
+        QVERIFY(QFile::link(u"file.backup"_s, at(u"file.unfinished-a-link"_s)));
+        QVERIFY(QFile::link(u"file.backup"_s, at(u"file.unfinished-linked"_s)));
+        QCOMPARE(::mkfifo(QFile::encodeName(at(u"file.unfinished-a-pipe"_s)).constData(), 0600), 0);
+        const auto before = entriesOf(m_folder->path());
+
+        AtomicFile(at(u"file"_s)).removeLeftOvers();
+
+        QCOMPARE(entriesOf(m_folder->path()), before);
+    }
+
+    void aDescriptorThatClosesItselfKeepsTheErrorOfTheCallBefore()
+    {
+        constexpr int kNobodys = 1 << 20;
+        {
+            // Its close fails with EBADF.
+            const Descriptor file(kNobodys);
+            errno = EIO;
+        }
+        QCOMPARE(errno, EIO);
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QThreadPool>
 
+#include <functional>
 #include <latch>
 #include <memory>
 #include <sys/stat.h>
@@ -258,6 +259,32 @@ private Q_SLOTS:
         QCOMPARE(contentOf(path + u".unreadable-1"_s), "first");
         QCOMPARE(contentOf(path + u".unreadable-2"_s), "second");
         QCOMPARE(read(kService), "token-2");
+    }
+
+    void whatAKilledProgramLeftGoesAtTheNextCall_data()
+    {
+        QTest::addColumn<std::function<void(FileSecretStoreTest*)>>("call");
+        QTest::newRow("read") << std::function([](FileSecretStoreTest* test) { test->read(kService); });
+        QTest::newRow("add") << std::function([](FileSecretStoreTest* test) { test->add(kService, "token-2"); });
+        QTest::newRow("remove") << std::function([](FileSecretStoreTest* test) { test->remove(kService); });
+    }
+
+    void whatAKilledProgramLeftGoesAtTheNextCall()
+    {
+        QFETCH(const std::function<void(FileSecretStoreTest*)>, call);
+        for (const auto hasFile : {true, false}) {
+            QVERIFY(QDir().mkpath(folder));
+            if (hasFile)
+                add(kService, "token-1");
+            write(path + u".unfinished-a1B2c3"_s, "token-0");
+            write(path + u".backup"_s, "mine");
+
+            call(this);
+
+            QVERIFY(!QFile::exists(path + u".unfinished-a1B2c3"_s));
+            QCOMPARE(contentOf(path + u".backup"_s), "mine");
+            QFile::remove(path);
+        }
     }
 
     void aFileOfSomebodyElseIsNotUsed()

@@ -33,6 +33,19 @@ private Q_SLOTS:
         QVERIFY(entries().isEmpty());
     }
 
+    void whatAKilledProgramLeftIsGoneAfterTheNextStart()
+    {
+        FileSettingsStore {path()}.setBoolean(u"autoOpenAds"_s, true);
+        QVERIFY(QFile::copy(path(), path() + u".unfinished-a1B2c3"_s));
+        QVERIFY(QFile::copy(path(), path() + u".backup"_s));
+
+        const FileSettingsStore store(path());
+
+        QCOMPARE(store.boolean(u"autoOpenAds"_s), true);
+        QCOMPARE(entries().size(), 2);
+        QVERIFY(!QFile::exists(path() + u".unfinished-a1B2c3"_s));
+    }
+
     void aStoredValueIsThereInTheNextRun()
     {
         {
