@@ -5,6 +5,8 @@
 #include "support/FakeSecretService.h"
 #include "support/FakeTransport.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDeadlineTimer>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,6 +26,12 @@ constexpr int kPatienceMs = 20'000;
 constexpr int kWakeUpMs = 50;
 /// Between two attempts.
 constexpr Clock::duration kLongestPause = 4s;
+
+/// The bus may not know yet that a service has gone.
+bool isNameTaken()
+{
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(u"org.freedesktop.secrets"_s);
+}
 
 enum class Before { noItem, notUtf8, item, lockedItem };
 
@@ -49,13 +57,16 @@ struct Run {
     [[nodiscard]] bool isStarted() const { return transport.count(endpoints::kAdsAvailable) > 0; }
 
     /// Whether it starts. The pauses between two attempts pass at once, a limit when the keyring has kept silent.
-    bool starts(FakeSecretService& service)
+    /// A keyring that has died is there again where it `returns`.
+    bool starts(FakeSecretService& service, bool returns = false)
     {
         auto answered = service.unanswered();
         QTimer wakeUp;
         wakeUp.start(kWakeUpMs);
         for (const QDeadlineTimer end(kPatienceMs); !isStarted() && !end.hasExpired();) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            if (returns && !FakeSecretService::isThere() && !isNameTaken())
+                service.start();
             if (service.prompts() > 0) {
                 platform.clock.advance(1s);
                 service.agree();
@@ -136,12 +147,14 @@ private Q_SLOTS:
         QByteArray first;
         {
             Run run(folder.path());
-            QVERIFY(run.starts(service));
+            QVERIFY(run.starts(service, times == 1));
             registrations = run.transport.count(endpoints::kRegister);
             first = run.device();
         }
         QVERIFY(service.calls(method) > 0);
-        QVERIFY(registrations == 1 || (hasToken && registrations == 0));
+        // Anything but silence is met with another attempt.
+        const auto isRead = hasToken && times == 1 && fault != Fault::silence;
+        QVERIFY(registrations == (isRead ? 0 : 1) || (hasToken && registrations == 0));
         QCOMPARE(first, registrations == 1 ? "Bearer token-1" : "Bearer token-0");
 
         service.recover();
