@@ -29,9 +29,7 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
     const auto isClear = answer || (answer.trouble() == KeyringTrouble::noCollection && !isInKeyring(key));
-    if (isClear)
-        m_unclear.erase(key);
-    else
+    if (!isClear)
         m_unclear.insert(key);
     std::optional<Secret> item;
     if (answer && *answer)

@@ -23,7 +23,8 @@ namespace orvella {
 /// cannot be ended by another. The keyring's counts from the next run on.
 ///
 /// Where the keyring could not be read in this run, an item that it may hold is removed only once another has been
-/// added to it: the older may be a good one, and without the other there would be none.
+/// added to it: the older may be a good one, and without the other there would be none. A later read that succeeds does
+/// not change that; it may come between the removal and the addition.
 ///
 /// An item that is known to lie in the keyring is waited for, so that a keyring that comes after us at login is not
 /// taken for none: see `KeyringMark` and `AwaitedKeyring`. The mark goes when the item is removed from the keyring, and

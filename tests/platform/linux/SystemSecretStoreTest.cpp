@@ -249,6 +249,29 @@ private Q_SLOTS:
         QVERIFY(!read(*store));
     }
 
+    void anItemThatOnceCouldNotBeReadStaysUntilAnotherHasBeenAdded()
+    {
+        FakeSecretService service;
+        service.put(kService, "token-0");
+        service.fail(u"SearchItems"_s, FakeSecretService::Fault::error);
+        service.start();
+        QVERIFY(!read(*store));
+        service.recover();
+        QCOMPARE(read(*store), "token-0");
+        service.fail(u"CreateItem"_s, FakeSecretService::Fault::error);
+
+        wait(store->remove(kService, kAccount));
+        wait(store->add(kService, kAccount, Secret("token-1")));
+
+        QCOMPARE(service.items.size(), 1U);
+        QCOMPARE(service.items.begin()->second.secret, "token-0");
+        service.recover();
+        wait(store->remove(kService, kAccount));
+        wait(store->add(kService, kAccount, Secret("token-2")));
+        QCOMPARE(service.items.size(), 1U);
+        QCOMPARE(service.items.begin()->second.secret, "token-2");
+    }
+
     void whatIsRemovedIsNotRemembered()
     {
         wait(store->add(kService, kAccount, Secret("token-1")));
