@@ -1,13 +1,13 @@
 #include "platform/linux/InstanceLock.h"
 
 #include "platform/linux/AtomicFile.h"
+#include "platform/linux/Uninterrupted.h"
 
 #include <QFile>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 #include <utility>
 
 namespace orvella {
@@ -17,22 +17,20 @@ InstanceLock::InstanceLock(QString path)
 {
 }
 
-InstanceLock::~InstanceLock()
-{
-    if (m_descriptor >= 0)
-        close(m_descriptor);
-}
-
 bool InstanceLock::take()
 {
-    if (m_path.isEmpty() || m_descriptor >= 0 || !AtomicFile(m_path).makeFolder())
+    if (m_path.isEmpty() || m_file || !AtomicFile(m_path).makeFolder())
         return true;
+    const auto name = QFile::encodeName(m_path);
     constexpr mode_t kUserOnly = 0600;
-    m_descriptor = open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kUserOnly);
-    if (m_descriptor < 0 || flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-        return true;
-    close(std::exchange(m_descriptor, -1));
-    return false;
+    m_file.emplace(
+        uninterrupted([&] { return ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kUserOnly); }));
+    if (m_file->isOpen() && uninterrupted([&] { return ::flock(m_file->number(), LOCK_EX | LOCK_NB); }) != 0
+        && errno == EWOULDBLOCK) {
+        m_file.reset();
+        return false;
+    }
+    return true;
 }
 
 } // namespace orvella

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/linux/Descriptor.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace orvella {
 
@@ -9,16 +13,13 @@ class InstanceLock final {
 public:
     /// An empty path is nobody's file.
     explicit InstanceLock(QString path);
-    InstanceLock(const InstanceLock&) = delete;
-    InstanceLock& operator=(const InstanceLock&) = delete;
-    ~InstanceLock();
 
     /// False where another one has it. True where the file cannot be made: then nothing tells the two apart.
     [[nodiscard]] bool take();
 
 private:
     QString m_path;
-    int m_descriptor = -1;
+    std::optional<Descriptor> m_file;
 };
 
 } // namespace orvella
