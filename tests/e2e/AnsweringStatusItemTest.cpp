@@ -1,12 +1,14 @@
 #include "support/FakeSecretService.h"
 #include "support/FakeStatusArea.h"
 #include "support/ProgramProcess.h"
+#include "support/SandboxProcess.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -21,7 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kPatienceMs = 20'000;
-/// How long the panel asks.
+/// How long the panel asks at least.
 constexpr int kPhaseMs = 1'500;
 constexpr int kPauseMs = 5;
 constexpr double kLimitMs = 100;
@@ -81,6 +83,9 @@ private:
 
 using Spoil = std::function<void(FakeSecretService&)>;
 
+/// How far the program comes while the panel asks.
+enum class Until { someTime, registered, keptInFile };
+
 } // namespace
 
 /// The real program, whose keyring is in trouble, and a panel that goes on asking for its item.
@@ -92,59 +97,91 @@ private Q_SLOTS:
     {
         QTest::addColumn<Spoil>("spoil");
         QTest::addColumn<QString>("sign");
+        QTest::addColumn<Until>("until");
         using Fault = FakeSecretService::Fault;
-        QTest::newRow("a keyring in order") << Spoil([](auto&) {}) << u"SearchItems"_s;
-        QTest::newRow("silent from the start")
-            << Spoil([](auto& service) { service.fail(u"OpenSession"_s, Fault::silence); }) << u"OpenSession"_s;
-        QTest::newRow("silent when it is searched")
-            << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::silence); }) << u"SearchItems"_s;
-        QTest::newRow("failing") << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::error); })
-                                 << u"SearchItems"_s;
-        QTest::newRow("locked, with its prompt up")
-            << Spoil([](auto& service) { service.isLocked = true; }) << u"Prompt"_s;
-        QTest::newRow("dying in every call")
-            << Spoil([](auto& service) { service.fail(u"SearchItems"_s, Fault::death); }) << u"SearchItems"_s;
+        const auto put = [](FakeSecretService& service) { service.put(u"orvella.device-token"_s, "token-0"); };
+        const auto addFaulty = [put](const char* name, const QString& method, Fault fault, Until until) {
+            QTest::newRow(name) << Spoil([=](auto& service) {
+                put(service);
+                service.fail(method, fault);
+            }) << method << until;
+        };
+        QTest::newRow("a keyring in order") << Spoil(put) << u"SearchItems"_s << Until::someTime;
+        QTest::newRow("absent") << Spoil() << QString() << Until::keptInFile;
+        // To the end of the limit, after which the program takes it that there is none.
+        addFaulty("silent from the start", u"OpenSession"_s, Fault::silence, Until::registered);
+        addFaulty("silent when it is searched", u"SearchItems"_s, Fault::silence, Until::someTime);
+        addFaulty("failing", u"SearchItems"_s, Fault::error, Until::someTime);
+        addFaulty("dying in every call", u"SearchItems"_s, Fault::death, Until::someTime);
+        QTest::newRow("locked, with its prompt up") << Spoil([put](auto& service) {
+            put(service);
+            service.isLocked = true;
+        }) << u"Prompt"_s << Until::someTime;
+        QTest::newRow("empty, and takes nothing")
+            << Spoil([](auto& service) { service.fail(u"CreateItem"_s, Fault::error); }) << u"CreateItem"_s
+            << Until::registered;
     }
 
     void theItemAnswersAllTheWhile()
     {
         QFETCH(const Spoil, spoil);
         QFETCH(const QString, sign);
+        QFETCH(const Until, until);
         FakeStatusArea area;
         QVERIFY(area.start());
+        SandboxProcess sandbox;
         FakeSecretService service;
-        service.put(u"orvella.device-token"_s, "token-0");
-        spoil(service);
-        service.start();
-        // What has died is there again soon, for the next call.
         QTimer revival;
+        if (spoil) {
+            spoil(service);
+            keepAlive(service, revival);
+        }
+        const QTemporaryDir home;
+        const ProgramProcess program(
+            {u"--set"_s, u"apiBaseURL="_s + sandbox.address(), u"--set"_s, u"showLaunchWindowAtStartup=false"_s},
+            {{u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s)}, {u"XDG_STATE_HOME"_s, home.filePath(u"state"_s)}});
+        const auto isInTrouble = [&] { return sign.isEmpty() || service.calls(sign) > 0; };
+        QTRY_VERIFY_WITH_TIMEOUT(!area.items().isEmpty() && isInTrouble(), kPatienceMs);
+        const auto hasCome = [&] {
+            return until == Until::someTime
+                || (until == Until::keptInFile && QFile::exists(home.filePath(u"state/orvella/secrets.json"_s)))
+                || (until == Until::registered && !sandbox.lines().filter(u" registered; "_s).isEmpty());
+        };
+
+        Panel panel;
+        const auto item = area.items().constFirst();
+        QElapsedTimer phase;
+        for (phase.start(); !phase.hasExpired(kPatienceMs) && (!phase.hasExpired(kPhaseMs) || !hasCome());
+            QTest::qWait(kPauseMs)) {
+            panel.readEverything(item);
+            panel.click(item);
+        }
+
+        QVERIFY(hasCome());
+        isQuick(panel.times());
+        QVERIFY(program.isRunning());
+    }
+
+private:
+    /// What has died is there again soon, for the next call.
+    static void keepAlive(FakeSecretService& service, QTimer& revival)
+    {
+        service.start();
         connect(&revival, &QTimer::timeout, &service, [&service] {
             if (!FakeSecretService::isThere())
                 service.start();
         });
         revival.start(100);
-        const QTemporaryDir home;
-        const ProgramProcess program(
-            {u"--set"_s, u"apiBaseURL=http://127.0.0.1:9"_s, u"--set"_s, u"showLaunchWindowAtStartup=false"_s},
-            {{u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s)}, {u"XDG_STATE_HOME"_s, home.filePath(u"state"_s)}});
-        QTRY_VERIFY_WITH_TIMEOUT(!area.items().isEmpty() && service.calls(sign) > 0, kPatienceMs);
+    }
 
-        Panel panel;
-        const auto item = area.items().constFirst();
-        QElapsedTimer phase;
-        for (phase.start(); !phase.hasExpired(kPhaseMs); QTest::qWait(kPauseMs)) {
-            panel.readEverything(item);
-            panel.click(item);
-        }
-
-        const auto times = panel.times();
+    static void isQuick(const std::vector<double>& times)
+    {
         const auto median = times.at(times.size() / 2);
         qInfo("%zu answers: median %.1f ms, 99 %% %.1f ms, slowest %.1f ms", times.size(), median,
             times.at(times.size() * 99 / 100), times.back());
         QVERIFY(times.size() > 100);
         QVERIFY(median < kLimitMs);
         QVERIFY(times.back() < kLimitMs);
-        QVERIFY(program.isRunning());
     }
 };
 
