@@ -76,6 +76,8 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
     if (!platform.instance().claim(commandLine.request))
         return 0;
     const Translations translations(Translations::languagesOf(platform.lend().locale));
+    // Before anything is written: from now on nothing of it is cut short, unless it takes more than a second.
+    const TerminationSignals endsByTheSession;
     CurlTransport transport({.proxies = platform.lend().proxies});
     AppDelegate delegate(platform.lend(), transport);
     delegate.applicationDidFinishLaunching();
@@ -84,7 +86,6 @@ int runInBar(int argc, char** argv, const CommandLine& commandLine)
         delegate.perform(commandLine.request);
     platform.instance().watch([&delegate](Instance::Request request) { delegate.perform(request); });
     platform.instance().offerReport([&delegate] { return delegate.diagnosis(); });
-    const TerminationSignals endsByTheSession;
     return QApplication::exec();
 }
 

@@ -8,7 +8,7 @@
 namespace orvella {
 
 /// Ends the main loop with the exit code 0 when the system, the session or a terminal asks the program to end: SIGTERM,
-/// SIGINT and SIGHUP. Make one, just before the main loop runs.
+/// SIGINT and SIGHUP. Make one before the main loop runs, and before anything is written; a signal in between waits.
 ///
 /// A program that has not ended a second later is ended where it stands, with the exit code 0 too. A signal that was
 /// ignored when the program started stays ignored, so that nohup works. The former handlers are back when this is gone.
