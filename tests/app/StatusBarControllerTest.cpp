@@ -173,6 +173,25 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kSessionStart), 0);
     }
 
+    void aViewThatIsClosedWhileItsVerdictIsUnderWayHasTheWalletAskedAfterTheNextPoll()
+    {
+        World world;
+        world.startWithOffer();
+        world.click();
+        const auto verdict = world.transport.hold(endpoints::kSessionComplete);
+        world.platform.clock.advance(15s);
+        QVERIFY(verdict.isAwaited());
+        const auto walletsBefore = world.transport.count(endpoints::kWallet);
+        world.transport.answer(endpoints::kAdsAvailable, noOffer());
+
+        button(panel(), u"close"_s)->click();
+        settle();
+        QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore);
+        world.platform.clock.advance(300s);
+
+        QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 1);
+    }
+
     void aClickOpensTheOfferedAdAndItIsWatchedToPaid()
     {
         World world;

@@ -58,6 +58,7 @@ struct Life::Run {
 
 Life::Life(quint64 seed, Journal::Telling telling, Restarts restarts)
     : m_folder(scratchFolder())
+    , m_settingsPath(m_folder.filePath(u"settings.json"_s))
     , m_journal(m_clock, telling)
     , m_chance(seed)
     , m_service(m_clock, m_chance, m_journal)
@@ -69,6 +70,9 @@ Life::Life(quint64 seed, Journal::Telling telling, Restarts restarts)
 {
     if (!m_folder.isValid())
         qFatal("There is no folder for the settings.");
+    // Earlier versions kept the token under another name.
+    if (m_chance.oneIn(5))
+        m_keyring.put(Keychain::kLegacyService, m_service.issueToken());
     if (m_chance.oneIn(3))
         m_network.change();
     if (m_chance.oneIn(3))
@@ -100,7 +104,7 @@ void Life::live(std::chrono::days days)
 void Life::start()
 {
     m_journal.note(u"program: starts"_s);
-    m_run = std::make_unique<Run>(*this, m_folder.filePath(u"settings.json"_s));
+    m_run = std::make_unique<Run>(*this, m_settingsPath);
     step();
 }
 
@@ -111,11 +115,14 @@ void Life::stop()
         return;
     m_journal.note(u"program: ends"_s);
     auto rules = std::move(m_run->rules);
+    const auto kept = rules->settings();
     m_run.reset();
     doPostedWork();
     rules.reset();
     m_keyring.endRun();
     doPostedWork();
+    if (const auto difference = kept.differenceTo(contents(m_settingsPath)))
+        m_journal.broken(u"A setting has changed with the end of the program: "_s + *difference);
 }
 
 void Life::step()
@@ -202,13 +209,12 @@ void Life::programRestarts()
 /// The file is edited, lost or damaged while the program does not run.
 void Life::meddleWithSettings()
 {
-    const auto path = m_folder.filePath(u"settings.json"_s);
-    const auto before = contents(path);
+    const auto before = contents(m_settingsPath);
     const std::array<QByteArray, 6> choices {R"({"appSignalConsent":true,"anonymousMode":false})",
         R"({"appSignalConsent":true,"ageConfirmed":"yes","anonymousMode":0})", before.first(before.size() / 2), "[]",
         "\xff", R"({"autoOpenAds":true,"apiBaseURL":5,"showLaunchWindowAtStartup":false})"};
     m_journal.note(u"settings: meddled with"_s);
-    QFile file(path);
+    QFile file(m_settingsPath);
     if (m_chance.oneIn(6))
         file.remove();
     else if (file.open(QFile::WriteOnly))

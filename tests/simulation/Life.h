@@ -55,9 +55,9 @@ private:
     void machineHangs();
     void programRestarts();
     void meddleWithSettings();
-    [[nodiscard]] QByteArray settingsFile() const;
 
     QTemporaryDir m_folder;
+    QString m_settingsPath;
     FakeClock m_clock;
     Journal m_journal;
     Chance m_chance;

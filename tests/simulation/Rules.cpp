@@ -18,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr auto kRest = 300s;
+constexpr auto kGracePeriod = 3s;
 constexpr auto kBetweenOpenings = 120s;
 /// What the loop takes beyond its pause at most, where nothing holds it up: the wait for the network, and one tick.
 constexpr auto kSlack = 11s;
@@ -94,8 +95,10 @@ void Rules::afterStep()
     checkTitle();
     checkMoney();
     checkPanels();
+    checkView();
     checkLoop();
     checkError();
+    checkPages();
     m_hasViewerActed = false;
 }
 
@@ -110,6 +113,7 @@ void Rules::dismisses()
     if (!m_viewing || !m_viewing->panel)
         return;
     m_viewing->isDismissed = true;
+    m_isWalletAllowed = m_isWalletAllowed || (m_viewing->session && !m_viewing->isOver);
     creativeRests(m_viewing->creativeId);
 }
 
@@ -125,6 +129,7 @@ QWindow* Rules::panel()
 void Rules::sent(const SimulatedNetwork::Call& call)
 {
     checkPrivacy(call);
+    checkToken(call);
     if (call.path == endpoints::kRegister)
         expect(m_world.keyring.hasFoundNothing(), u"A device is registered although there is a token."_s);
     else if (call.path == endpoints::kHeartbeat)
@@ -161,9 +166,28 @@ void Rules::checkPrivacy(const SimulatedNetwork::Call& call)
         u"The name of an application is sent."_s);
 }
 
+void Rules::checkToken(const SimulatedNetwork::Call& call)
+{
+    std::optional<QByteArray> token;
+    for (const auto& [name, value] : call.request.headers) {
+        if (name == "authorization")
+            token = value;
+    }
+    if (call.path == endpoints::kRegister)
+        expect(!token, u"A registration carries a token."_s);
+    else if (token)
+        expect(token->startsWith("Bearer ") && m_world.keyring.knows(token->sliced(7)),
+            u"A request carries something else than the token."_s);
+    else
+        expect(!m_world.keyring.knowsAny() || m_world.keyring.hasFoundNothing(), u"A request lacks the token."_s);
+}
+
 void Rules::walletRequested()
 {
-    m_isWalletOwed = false;
+    if (m_walletsOwed > 0)
+        --m_walletsOwed;
+    else
+        expect(std::exchange(m_isWalletAllowed, false), u"The wallet is asked for without a reason."_s);
     ++m_walletsInFlight;
 }
 
@@ -175,6 +199,8 @@ void Rules::sessionRequested(const SimulatedNetwork::Call& call)
         viewBegins(shown, text(call.body, u"creativeId"_s));
     expect(!std::exchange(m_viewing->isSessionRequested, true), u"A view asks for a second session."_s);
     expect(m_viewing->creativeId == text(call.body, u"creativeId"_s), u"The session is not that of the ad shown."_s);
+    expect(flag(call.body, u"anonymousMode"_s) == m_viewing->anonymousMode,
+        u"The session has not the anonymous mode of its beginning."_s);
 }
 
 void Rules::completionRequested(const SimulatedNetwork::Call& call)
@@ -231,6 +257,9 @@ void Rules::arrives(const SimulatedNetwork::Call& call)
             m_viewing->session = session;
         if (!session)
             viewEnds(std::nullopt);
+    } else if (path == endpoints::kClick) {
+        if (const auto click = record<ClickResponse>(call))
+            m_clickTargets = {click->targetUrl};
     } else if (path == endpoints::kSessionComplete) {
         const auto verdict = record<CompletionResponse>(call);
         const bool isPaid = verdict && verdict->completed;
@@ -250,8 +279,8 @@ void Rules::offerArrives(const SimulatedNetwork::Call& call)
     if (!response)
         return;
     // Now that the service answers, what it could not say before is asked again.
-    if (isMoneyMissing()) {
-        m_isWalletOwed = true;
+    if (isMoneyMissing() || m_failedWalletNumber > m_walletNumber) {
+        ++m_walletsOwed;
         m_world.journal.note(u"wallet: to be asked again"_s);
     }
     if (response->pollSeconds)
@@ -270,7 +299,7 @@ bool Rules::isMoneyMissing() const
 {
     const bool isVerdictAwaited =
         m_viewing && m_viewing->isCompletionSent && !m_viewing->isOver && !m_viewing->isDismissed;
-    return m_walletsInFlight == 0 && !isVerdictAwaited
+    return m_walletsOwed == 0 && m_walletsInFlight == 0 && !isVerdictAwaited
         && m_world.service.wallet().wallet.lifetimeCents != m_wallet.wallet.lifetimeCents;
 }
 
@@ -281,6 +310,8 @@ void Rules::walletArrives(const SimulatedNetwork::Call& call)
     m_expectsError = !wallet;
     // It may be the loop that waits for it.
     loopGivesSign();
+    if (!wallet)
+        m_failedWalletNumber = std::max(m_failedWalletNumber, call.number);
     // An answer that was overtaken by a newer one is old news.
     if (call.number < m_walletNumber) {
         m_world.journal.note(u"wallet: overtaken"_s);
@@ -295,9 +326,12 @@ void Rules::walletArrives(const SimulatedNetwork::Call& call)
 
 void Rules::viewBegins(QWindow* panel, const QString& creativeId)
 {
+    expect(m_offered == creativeId, u"An ad is shown that is not on offer."_s);
+    expect(!m_viewing || m_viewing->isOver || m_viewing->isDismissed, u"A view is replaced by another one."_s);
     m_viewing.emplace();
     m_viewing->panel = panel;
     m_viewing->creativeId = creativeId;
+    m_viewing->anonymousMode = m_settings.anonymousMode;
 }
 
 void Rules::viewEnds(std::optional<double> earnedCents)
@@ -307,7 +341,9 @@ void Rules::viewEnds(std::optional<double> earnedCents)
     expect(!m_viewing->isOver, u"A view ends twice."_s);
     expect(!m_viewing->isDismissed, u"A view ends after its dismissal."_s);
     m_viewing->isOver = true;
-    m_isWalletOwed = true;
+    ++m_walletsOwed;
+    m_viewing->ended = m_world.clock.now();
+    m_viewing->lostBeforeEnd = m_lostTime;
     if (earnedCents)
         m_lastEarnedCents = earnedCents;
     creativeRests(m_viewing->creativeId);
@@ -360,7 +396,9 @@ void Rules::checkMoney()
         u"The money shown is not what the wallet held when it was last asked."_s);
     expect(m_state.lastEarnedCents() == m_lastEarnedCents, u"What an ad has earned is not what is shown."_s);
     // What the program waits for may be the token.
-    expect(!m_isWalletOwed || m_world.keyring.waiting() > 0, u"The wallet is not asked after a view."_s);
+    const bool isStarting = !m_hasStarted;
+    expect(m_walletsOwed == 0 || isStarting || m_world.keyring.waiting() > 0,
+        u"The wallet is not asked for where it has to be."_s);
 }
 
 void Rules::checkPanels()
@@ -386,6 +424,18 @@ void Rules::checkPanels()
     m_world.journal.note(u"ad: opened by itself"_s);
 }
 
+/// The panel goes with the dismissal, and some seconds after any other end.
+void Rules::checkView()
+{
+    if (!m_viewing || !m_viewing->panel || !isPanel(m_viewing->panel))
+        return;
+    expect(!m_viewing->isDismissed, u"A panel stays after its dismissal."_s);
+    if (!m_viewing->isOver)
+        return;
+    const auto since = m_world.clock.now() - m_viewing->ended - (m_lostTime - m_viewing->lostBeforeEnd);
+    expect(since <= kGracePeriod, u"A panel stays after its end."_s);
+}
+
 void Rules::checkLoop()
 {
     // Before that it may be known and wait for the token to be stored.
@@ -401,6 +451,18 @@ void Rules::checkLoop()
 void Rules::checkError()
 {
     expect(m_state.lastError().has_value() == m_expectsError, u"The error shown is not that of the last call."_s);
+}
+
+/// Nothing but pages of the web, and where a session is held only what the service has named.
+void Rules::checkPages()
+{
+    for (const auto& page : m_world.desktop.browser.opened) {
+        const bool isWeb = (page.scheme() == u"https" || page.scheme() == u"http") && !page.host().isEmpty();
+        expect(isWeb, u"Something is opened that is no page of the web."_s);
+        const bool isOwn = page.host() == u"service.test";
+        const bool isOfAd = m_viewing && (!m_viewing->session || m_clickTargets.contains(page.toString()));
+        expect(isOwn || isOfAd, u"A page is opened that nobody has named."_s);
+    }
 }
 
 void Rules::expect(bool holds, const QString& rule)

@@ -23,6 +23,11 @@ struct Viewing {
     bool isDismissed = false;
     bool isCompletionSent = false;
     bool isOver = false;
+    /// What the viewer wanted when it began.
+    bool anonymousMode = true;
+    /// The time since the end in which the panel had to go, and what had been lost by then.
+    Instant ended;
+    Clock::duration lostBeforeEnd {};
 };
 
 /// What must hold after every step of a run, whatever happens.
@@ -50,6 +55,9 @@ public:
 
     void afterStep();
 
+    /// What the settings have to be now.
+    [[nodiscard]] const ViewerSettings& settings() const { return m_settings; }
+
     // What the viewer does, told before it is done.
     void assigns(ViewerSettings::Name name, bool value);
     void dismisses();
@@ -68,6 +76,7 @@ private:
     void sent(const SimulatedNetwork::Call& call);
     void arrives(const SimulatedNetwork::Call& call);
     void checkPrivacy(const SimulatedNetwork::Call& call);
+    void checkToken(const SimulatedNetwork::Call& call);
     void walletRequested();
     void sessionRequested(const SimulatedNetwork::Call& call);
     void completionRequested(const SimulatedNetwork::Call& call);
@@ -84,8 +93,10 @@ private:
     void checkTitle();
     void checkMoney();
     void checkPanels();
+    void checkView();
     void checkLoop();
     void checkError();
+    void checkPages();
     void expect(bool holds, const QString& rule);
     [[nodiscard]] bool isQuiet() const;
 
@@ -104,8 +115,15 @@ private:
     std::optional<QString> m_offered;
     Title m_title = Title::initial;
     std::optional<double> m_lastEarnedCents;
-    bool m_isWalletOwed = false;
+    /// How many requests for the wallet there is a reason for: the start, the end of a view, a wallet to make up for.
+    int m_walletsOwed = 1;
+    /// Whether one more is allowed: a view was closed that may have been complete.
+    bool m_isWalletAllowed = false;
+    /// The latest question for the wallet that has had no answer.
+    int m_failedWalletNumber = 0;
     int m_walletsInFlight = 0;
+    /// Where the clicks that the service has answered lead to.
+    QStringList m_clickTargets;
 
     WalletResponse m_wallet;
     int m_walletNumber = 0;

@@ -56,7 +56,10 @@ std::optional<Wishes> wishes(const QCoreApplication& application)
     parser.addOption(
         {u"seed"_s, u"The seed of the first life; each further one has the next. Else a fresh one."_s, u"S"_s});
     parser.addOption({u"trace"_s, u"Tell everything that happens."_s});
-    parser.process(application);
+    if (!parser.parse(application.arguments()))
+        return std::nullopt;
+    if (parser.isSet(u"help"_s))
+        parser.showHelp();
     bool isNumber = true;
     Wishes result;
     result.days = parser.value(u"days"_s).toLongLong(&isNumber);
@@ -104,7 +107,7 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     const auto wanted = wishes(application);
     if (!wanted) {
-        std::fputs("simulate: --days and --seed want whole numbers\n", stderr);
+        std::fputs("simulate: it takes --days N, --seed S and --trace, with whole numbers\n", stderr);
         return kUsageError;
     }
     Sum sum;

@@ -1,5 +1,6 @@
 #include "simulation/SimulatedKeyring.h"
 
+#include <algorithm>
 #include <array>
 
 namespace orvella::simulation {
@@ -140,6 +141,11 @@ void SimulatedKeyring::endRun()
     }
     m_known.clear();
     m_hasFoundNothing = false;
+}
+
+bool SimulatedKeyring::knows(const QByteArray& token) const
+{
+    return std::ranges::any_of(m_known, [&](const auto& item) { return item.second == token; });
 }
 
 std::optional<Secret> SimulatedKeyring::found(const QString& service)

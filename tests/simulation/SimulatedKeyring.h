@@ -31,6 +31,14 @@ public:
     [[nodiscard]] int waiting() const { return m_reading + m_changing; }
     /// Those of them that ask for an item. A change goes on when its flow is over.
     [[nodiscard]] int reading() const { return m_reading; }
+    /// Whether this run has read or stored this token.
+    [[nodiscard]] bool knows(const QByteArray& token) const;
+    /// Whether it has any.
+    [[nodiscard]] bool knowsAny() const { return !m_known.empty(); }
+
+    /// Puts an item there as an earlier version of the program did.
+    void put(const QString& service, const QByteArray& value) { m_items.insert_or_assign(service, value); }
+
     /// Whether the last reading found nothing, so that a registration is due.
     [[nodiscard]] bool hasFoundNothing() const { return m_hasFoundNothing; }
 

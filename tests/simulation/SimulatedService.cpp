@@ -95,11 +95,17 @@ void SimulatedService::settleMoney()
     m_journal.note(u"service: money settled"_s);
 }
 
-HttpReply SimulatedService::registerDevice()
+QByteArray SimulatedService::issueToken()
 {
     m_tokens.append(QByteArray(kTokenMark.data()) + QByteArray::number(m_tokens.size() + 1));
+    return m_tokens.last();
+}
+
+HttpReply SimulatedService::registerDevice()
+{
+    const auto token = issueToken();
     m_journal.note(u"service: device %1 registered"_s.arg(m_tokens.size()));
-    return success(DeviceRegistration {u"device-%1"_s.arg(m_tokens.size()), Secret(m_tokens.last()), u"KX4M-9TQ2"_s,
+    return success(DeviceRegistration {u"device-%1"_s.arg(m_tokens.size()), Secret(token), u"KX4M-9TQ2"_s,
         u"https://service.test/activate?code=KX4M-9TQ2"_s, newPace().value_or(300)});
 }
 
@@ -183,7 +189,8 @@ HttpReply SimulatedService::click(const Json::Object& body)
     const auto found = m_sessions.find(text(body, u"sessionId"_s));
     if (found == m_sessions.end())
         return refusal(404);
-    return success(ClickResponse {found->second.ad.targetUrl});
+    const auto& target = found->second.ad.targetUrl;
+    return success(ClickResponse {target.startsWith(u"https:"_s) ? target + u"?click="_s + found->first : target});
 }
 
 } // namespace orvella::simulation

@@ -22,6 +22,9 @@ public:
     /// Does what the request asks for and answers it.
     [[nodiscard]] HttpReply answer(const HttpRequest& request);
 
+    /// The token of a new device.
+    [[nodiscard]] QByteArray issueToken();
+
     /// The viewer enters the code, or takes the device from the account.
     void changeLink();
     /// What was earned becomes payable, or is paid.
