@@ -7,8 +7,8 @@ class VelmoraApp final {
 public:
     VelmoraApp() = delete;
 
-    /// Runs until the viewer or the session ends it; answers the exit status: 0, 1 where no display lets it in, or 2 for
-    /// a wrong command line.
+    /// Runs until the viewer or the session ends it; answers the exit status: 0, 1 where no display lets it in, or 2
+    /// for a wrong command line.
     static int run(int argc, char** argv);
 };
 
