@@ -113,9 +113,11 @@ struct World {
             state->availableCents(), state->pendingCents(), state->paidCents(), state->lifetimeCents());
     }
 
+    /// Each once: the loop may find the wallet overdue before the question of this cycle is answered.
     [[nodiscard]] QStringList askedPaths() const
     {
         auto paths = service.paths();
+        paths.removeDuplicates();
         std::ranges::sort(paths);
         return paths;
     }
