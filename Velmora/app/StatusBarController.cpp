@@ -41,17 +41,8 @@ StatusBarController::StatusBarController(const Platform& platform, Transport& tr
     : m_platform(platform)
     , m_state(platform, transport)
     , m_look(platform.look)
-    , m_popover(m_look, platform.windows, platform.clock, Popover::Behaviour::transient,
-          new MenuPopoverView(m_look, m_state, platform,
-              {
-                  .showAd = [this] { showCurrentAd(); },
-                  .checkForUpdates = [this] { m_platform.updater.checkForUpdates(); },
-              }),
-          statusItemAnchor(platform.statusItem))
 {
     m_platform.updater.start();
-    m_popover.setObjectName(u"menuPanel"_s);
-    m_popover.setAccessibleName(u"Orvella"_s);
     updateStatusItem(m_state.statusTitle());
     m_platform.statusItem.show({
         .clicked =
@@ -74,11 +65,12 @@ void StatusBarController::statusItemClicked()
 {
     // Deliberate: an ad on the screen cannot be toggled or replaced from here, nor is the menu touched.
     if (isAdShown()) {
-        m_popover.forgivePress();
+        if (m_popover)
+            m_popover->forgivePress();
         return;
     }
-    if (m_popover.isShown())
-        m_popover.performClose();
+    if (m_popover && m_popover->isShown())
+        m_popover->performClose();
     else
         showCurrentAd();
 }
@@ -181,7 +173,23 @@ void StatusBarController::availableAdChanged(const std::optional<AvailableAd>& a
 void StatusBarController::showMenuPopover()
 {
     m_state.refreshLaunchAtLogin();
-    m_popover.open(Popover::Keyboard::taken);
+    if (!m_popover)
+        m_popover = menuPopover();
+    m_popover->open(Popover::Keyboard::taken);
+}
+
+std::unique_ptr<Popover> StatusBarController::menuPopover()
+{
+    const MenuPopoverView::Actions actions {
+        .showAd = [this] { showCurrentAd(); },
+        .checkForUpdates = [this] { m_platform.updater.checkForUpdates(); },
+    };
+    auto popover =
+        std::make_unique<Popover>(m_look, m_platform.windows, m_platform.clock, Popover::Behaviour::transient,
+            new MenuPopoverView(m_look, m_state, m_platform, actions), statusItemAnchor(m_platform.statusItem));
+    popover->setObjectName(u"menuPanel"_s);
+    popover->setAccessibleName(u"Orvella"_s);
+    return popover;
 }
 
 void StatusBarController::showStatusMenu(QPoint place)

@@ -50,13 +50,15 @@ private:
     [[nodiscard]] bool isAdShown() const;
     void availableAdChanged(const std::optional<AvailableAd>& ad);
     void showMenuPopover();
+    [[nodiscard]] std::unique_ptr<Popover> menuPopover();
     void showStatusMenu(QPoint place);
     QCoro::Task<> adFinished(AvailableAd ad, std::optional<double> earnedCents);
 
     Platform m_platform;
     AppState m_state;
     Look m_look;
-    Popover m_popover;
+    /// The menu, made when it is first shown.
+    std::unique_ptr<Popover> m_popover;
     std::unique_ptr<AdWindowController> m_adPopover;
     std::unique_ptr<LaunchWindowController> m_launchWindow;
     std::unique_ptr<StatusMenu> m_statusMenu;
