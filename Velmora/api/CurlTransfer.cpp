@@ -1,6 +1,7 @@
 #include "api/CurlTransfer.h"
 
 #include "api/CurlFailure.h"
+#include "api/CurlLibrary.h"
 #include "api/DesktopProxy.h"
 #include "api/ThisComputer.h"
 #include "base/Version.h"
@@ -19,8 +20,9 @@ namespace orvella {
 
 namespace {
 
-using Easy = std::unique_ptr<CURL, decltype([](CURL* easy) { curl_easy_cleanup(easy); })>;
-using HeaderList = std::unique_ptr<curl_slist, decltype([](curl_slist* list) { curl_slist_free_all(list); })>;
+using Easy = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
+using Multi = std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)>;
+using HeaderList = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
 
 // A little less than what libcurl itself takes.
 constexpr std::size_t kGreatestHead = 262'144;
@@ -62,10 +64,10 @@ std::size_t takeBody(const char* bytes, std::size_t, std::size_t count, void* in
     return count;
 }
 
-bool append(HeaderList& list, const QByteArray& line)
+bool append(const CurlLibrary& curl, HeaderList& list, const QByteArray& line)
 {
     auto* const shorter = list.release();
-    auto* const longer = curl_slist_append(shorter, line.constData());
+    auto* const longer = curl.slistAppend(shorter, line.constData());
     list.reset(longer == nullptr ? shorter : longer);
     return longer != nullptr;
 }
@@ -82,94 +84,96 @@ QByteArray line(const HttpRequest::Header& header)
 }
 
 // All that goes out but Host, whose spelling is libcurl's. What would be added unasked is set here, in lower case.
-HeaderList headerList(const HttpRequest& request)
+// Nothing where they cannot be written.
+HeaderList headerList(const CurlLibrary& curl, const HttpRequest& request)
 {
+    HeaderList list(nullptr, curl.slistFreeAll);
     std::vector<QByteArray> lines {
         "user-agent: Orvella/" + QByteArray(kVersion.data(), kVersion.size()), "accept: */*", "expect:"};
     if (request.method == "POST")
         lines.push_back("content-length: " + QByteArray::number(request.body.size()));
     for (const auto& header : request.headers) {
         if (!isOneLine(header.first) || !isOneLine(header.second))
-            return {};
+            return list;
         lines.push_back(line(header));
     }
-
-    HeaderList list;
-    const auto isComplete = std::ranges::all_of(lines, [&list](const auto& each) { return append(list, each); });
-    return isComplete ? std::move(list) : HeaderList {};
+    if (!std::ranges::all_of(lines, [&](const auto& each) { return append(curl, list, each); }))
+        list.reset();
+    return list;
 }
 
-void setRequest(CURL* easy, const HttpRequest& request, const QByteArray& url, const HeaderList& headers)
+void setRequest(
+    const CurlLibrary& curl, CURL* easy, const HttpRequest& request, const QByteArray& url, const HeaderList& headers)
 {
-    curl_easy_setopt(easy, CURLOPT_URL, url.constData());
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers.get());
+    curl.easySetopt(easy, CURLOPT_URL, url.constData());
+    curl.easySetopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl.easySetopt(easy, CURLOPT_PATH_AS_IS, 1L);
+    curl.easySetopt(easy, CURLOPT_HTTPHEADER, headers.get());
     if (request.method == "POST") {
-        curl_easy_setopt(easy, CURLOPT_POST, 1L);
-        curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
-        curl_easy_setopt(easy, CURLOPT_POSTFIELDS, request.body.constData());
+        curl.easySetopt(easy, CURLOPT_POST, 1L);
+        curl.easySetopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+        curl.easySetopt(easy, CURLOPT_POSTFIELDS, request.body.constData());
     }
 }
 
-void setRules(CURL* easy, const CurlOptions& options)
+void setRules(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
 {
     // libcurl sends a request again when a kept connection breaks, or when HTTP/2 says that it was not looked at. A
     // completion must be sent once, so there is a new connection for each and no HTTP/2.
-    curl_easy_setopt(easy, CURLOPT_FRESH_CONNECT, 1L);
-    curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
-    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl.easySetopt(easy, CURLOPT_FRESH_CONNECT, 1L);
+    curl.easySetopt(easy, CURLOPT_FORBID_REUSE, 1L);
+    curl.easySetopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
 
     // A redirect would take the token along.
-    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
+    curl.easySetopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
 
-    curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.limit.count()));
+    curl.easySetopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.limit.count()));
     // Signals belong to the program, and a name service that does not answer must not hold up an end.
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+    curl.easySetopt(easy, CURLOPT_NOSIGNAL, 1L);
+    curl.easySetopt(easy, CURLOPT_QUICK_EXIT, 1L);
 }
 
 // Whether the system keeps its trusted certificates also one by one, each under its hash.
-bool hasHashedAuthorities()
+bool hasHashedAuthorities(const CurlLibrary& curl)
 {
-    const auto* const folder = curl_version_info(CURLVERSION_NOW)->capath;
+    const auto* const folder = curl.versionInfo(CURLVERSION_NOW)->capath;
     return folder != nullptr && QDirIterator(QFile::decodeName(folder), {u"????????.0"_s}, QDir::Files).hasNext();
 }
 
-void setTrust(CURL* easy, const CurlOptions& options)
+void setTrust(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
 {
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
-    curl_easy_setopt(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    curl.easySetopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
+    curl.easySetopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+    curl.easySetopt(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     if (!options.authorities.isEmpty()) {
-        curl_easy_setopt(easy, CURLOPT_CAINFO, options.authorities.constData());
-        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
-    } else if (hasHashedAuthorities()) {
+        curl.easySetopt(easy, CURLOPT_CAINFO, options.authorities.constData());
+        curl.easySetopt(easy, CURLOPT_CAPATH, nullptr);
+    } else if (hasHashedAuthorities(curl)) {
         // Reading the file with all of them takes long, for each connection; of the hashed ones just one is read.
-        curl_easy_setopt(easy, CURLOPT_CAINFO, nullptr);
+        curl.easySetopt(easy, CURLOPT_CAINFO, nullptr);
     }
 }
 
-void setIncoming(CURL* easy, Incoming& incoming)
+void setIncoming(const CurlLibrary& curl, CURL* easy, Incoming& incoming)
 {
     // A declared length is refused before the body comes, any other one when it is passed.
-    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(incoming.greatestBody));
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, takeHead);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, &incoming);
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, takeBody);
-    curl_easy_setopt(easy, CURLOPT_WRITEDATA, &incoming);
+    curl.easySetopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(incoming.greatestBody));
+    curl.easySetopt(easy, CURLOPT_HEADERFUNCTION, takeHead);
+    curl.easySetopt(easy, CURLOPT_HEADERDATA, &incoming);
+    curl.easySetopt(easy, CURLOPT_WRITEFUNCTION, takeBody);
+    curl.easySetopt(easy, CURLOPT_WRITEDATA, &incoming);
 }
 
-Failure failureOf(CURL* easy, CURLcode code)
+Failure failureOf(const CurlLibrary& curl, CURL* easy, CURLcode code)
 {
     // libcurl reports a proxy that refuses as a connection that broke.
     long proxyStatus = 0;
-    curl_easy_getinfo(easy, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+    curl.easyGetinfo(easy, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
     if (code == CURLE_RECV_ERROR && proxyStatus >= 300)
         return curlFailure(CURLE_PROXY, 0);
 
     long verification = 0;
-    curl_easy_getinfo(easy, CURLINFO_SSL_VERIFYRESULT, &verification);
+    curl.easyGetinfo(easy, CURLINFO_SSL_VERIFYRESULT, &verification);
     return curlFailure(code, verification);
 }
 
@@ -177,15 +181,7 @@ Failure failureOf(CURL* easy, CURLcode code)
 
 CurlTransfer::CurlTransfer(CurlOptions options)
     : m_options(std::move(options))
-    , m_multi(curl_multi_init())
 {
-    if (m_multi == nullptr)
-        qFatal("There is no memory for a request.");
-}
-
-CurlTransfer::~CurlTransfer()
-{
-    curl_multi_cleanup(m_multi);
 }
 
 Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
@@ -194,42 +190,46 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
     if (scheme != u"https" && scheme != u"http")
         return std::unexpected(curlFailure(CURLE_URL_MALFORMAT, 0));
 
-    const auto headers = headerList(request);
+    // First, because everything else goes before it.
+    const CurlLibrary curl;
+    if (!curl.isReady())
+        return std::unexpected(curlFailure(CURLE_FAILED_INIT, 0));
+    const auto headers = headerList(curl, request);
     if (!headers)
         return failed(Failure::Kind::unencodable,
             QCoreApplication::translate("CurlTransport", "The request could not be written."));
 
-    const Easy easy(curl_easy_init());
+    const Easy easy(curl.easyInit(), curl.easyCleanup);
     const auto url = request.url.toEncoded();
     Incoming incoming {.greatestBody = m_options.greatestReply, .body = {}};
-    setRequest(easy.get(), request, url, headers);
-    setRules(easy.get(), m_options);
-    setTrust(easy.get(), m_options);
-    setIncoming(easy.get(), incoming);
-    setProxy(easy.get(), request.url);
+    setRequest(curl, easy.get(), request, url, headers);
+    setRules(curl, easy.get(), m_options);
+    setTrust(curl, easy.get(), m_options);
+    setIncoming(curl, easy.get(), incoming);
+    setProxy(curl, easy.get(), request.url);
 
-    const auto code = drive(easy.get());
+    const auto code = drive(curl, easy.get());
     if (isAborted())
         return failed(Failure::Kind::cancelled);
     if (incoming.isTooLarge)
         return std::unexpected(answerTooLarge());
     if (code != CURLE_OK)
-        return std::unexpected(failureOf(easy.get(), code));
+        return std::unexpected(failureOf(curl, easy.get(), code));
 
     // libcurl takes a connection that ends within the head for the end of a reply without a body.
     if (!incoming.isHeadComplete)
         return std::unexpected(curlFailure(CURLE_PARTIAL_FILE, 0));
 
     long status = 0;
-    curl_easy_getinfo(easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    curl.easyGetinfo(easy.get(), CURLINFO_RESPONSE_CODE, &status);
     return HttpReply {static_cast<int>(status), std::move(incoming.body)};
 }
 
-void CurlTransfer::setProxy(CURL* easy, const QUrl& url)
+void CurlTransfer::setProxy(const CurlLibrary& curl, CURL* easy, const QUrl& url)
 {
     // A proxy would take what is meant for this computer out of it, and over plain http in everyone's sight.
     if (isThisComputer(url.host())) {
-        curl_easy_setopt(easy, CURLOPT_NOPROXY, "*");
+        curl.easySetopt(easy, CURLOPT_NOPROXY, "*");
         return;
     }
     if (!m_options.proxies)
@@ -237,32 +237,35 @@ void CurlTransfer::setProxy(CURL* easy, const QUrl& url)
     // Without an option libcurl follows the environment; an empty one is no proxy. Exceptions of the environment count
     // for either.
     if (const auto proxy = desktopProxy(url, *m_options.proxies, m_stop.get_token()))
-        curl_easy_setopt(easy, CURLOPT_PROXY, proxy->toEncoded().constData());
+        curl.easySetopt(easy, CURLOPT_PROXY, proxy->toEncoded().constData());
 }
 
-CURLcode CurlTransfer::drive(CURL* easy)
+CURLcode CurlTransfer::drive(const CurlLibrary& curl, CURL* easy)
 {
-    curl_multi_add_handle(m_multi, easy);
+    const Multi multi(curl.multiInit(), curl.multiCleanup);
+    if (!multi)
+        return CURLE_OUT_OF_MEMORY;
+    const std::stop_callback wakeUp(m_stop.get_token(), [&] { curl.multiWakeup(multi.get()); });
+    curl.multiAddHandle(multi.get(), easy);
     int running = 1;
     auto state = CURLM_OK;
     while (state == CURLM_OK && running > 0 && !isAborted()) {
-        state = curl_multi_perform(m_multi, &running);
+        state = curl.multiPerform(multi.get(), &running);
         // It also returns when one of libcurl's own timers is due, so the bound is not what ends a transfer.
         if (state == CURLM_OK && running > 0)
-            state = curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(m_options.limit.count()), nullptr);
+            state = curl.multiPoll(multi.get(), nullptr, 0, static_cast<int>(m_options.limit.count()), nullptr);
     }
 
     int left = 0;
-    const auto* const message = curl_multi_info_read(m_multi, &left);
+    const auto* const message = curl.multiInfoRead(multi.get(), &left);
     const auto code = message == nullptr ? CURLE_FAILED_INIT : message->data.result;
-    curl_multi_remove_handle(m_multi, easy);
+    curl.multiRemoveHandle(multi.get(), easy);
     return code;
 }
 
 void CurlTransfer::abort()
 {
     m_stop.request_stop();
-    curl_multi_wakeup(m_multi);
 }
 
 } // namespace orvella

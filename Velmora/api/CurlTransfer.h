@@ -1,6 +1,5 @@
 #pragma once
 
-#include "api/CurlLibrary.h"
 #include "api/CurlOptions.h"
 #include "api/Transport.h"
 
@@ -10,11 +9,12 @@
 
 namespace orvella {
 
+class CurlLibrary;
+
 /// One request on the wire, over libcurl. It is made in one thread, performed in another and may be aborted from any.
 class CurlTransfer final {
 public:
     explicit CurlTransfer(CurlOptions options);
-    ~CurlTransfer();
 
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -28,13 +28,10 @@ public:
     [[nodiscard]] bool isAborted() const { return m_stop.stop_requested(); }
 
 private:
-    void setProxy(CURL* easy, const QUrl& url);
-    [[nodiscard]] CURLcode drive(CURL* easy);
+    void setProxy(const CurlLibrary& curl, CURL* easy, const QUrl& url);
+    [[nodiscard]] CURLcode drive(const CurlLibrary& curl, CURL* easy);
 
-    // First, because everything else goes before it.
-    CurlLibrary m_library;
     CurlOptions m_options;
-    CURLM* m_multi;
     std::stop_source m_stop;
 };
 

@@ -19,6 +19,9 @@ namespace {
 // So many hung calls leave the next one waiting; the flows of the program never have as many under way.
 constexpr int kThreads = 16;
 
+// The next calls are minutes away: a worker that waits for them is not at rest.
+constexpr auto kIdleThread = std::chrono::seconds(2);
+
 } // namespace
 
 /// One exchange and its request. A worker runs it; the main thread may abort it meanwhile.
@@ -174,6 +177,7 @@ CurlTransport::CurlTransport(CurlOptions options)
 {
     auto* const pool = QThreadPool::globalInstance();
     pool->setMaxThreadCount(std::max(pool->maxThreadCount(), kThreads));
+    pool->setExpiryTimeout(static_cast<int>(std::chrono::milliseconds(kIdleThread).count()));
     connect(this, &CurlTransport::callEnded, this, &CurlTransport::deliver, Qt::QueuedConnection);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "api/CurlLibrary.h"
 #include "api/CurlOptions.h"
 #include "api/Transport.h"
 
@@ -58,7 +57,6 @@ private:
     void deliver();
     void resume(const Call* call);
 
-    CurlLibrary m_library;
     CurlOptions m_options;
     std::shared_ptr<Desk> m_desk;
     std::unordered_map<const Call*, Waiting> m_waiting;

@@ -1,0 +1,9 @@
+# What keeps the shipped program small, and quick to load. What is built to be debugged is linked the usual way.
+if(APPLE)
+    return()
+endif()
+
+add_compile_options($<$<NOT:$<CONFIG:Debug>>:-ffunction-sections> $<$<NOT:$<CONFIG:Debug>>:-fdata-sections>)
+# Coroutines and templates leave much that is the same, or that nobody calls, and relocations that differ by their
+# place alone.
+add_link_options($<$<NOT:$<CONFIG:Debug>>:LINKER:--icf=all,--gc-sections,-O2,-z,pack-relative-relocs>)
