@@ -61,7 +61,7 @@ std::shared_ptr<KeyringWait> AwaitedKeyring::sharedWait()
 {
     auto wait = m_wait.lock();
     if (!wait)
-        m_wait = wait = std::make_shared<KeyringWait>(m_clock, kLimit);
+        m_wait = wait = std::make_shared<KeyringWait>(m_clock, kLimit, m_keyring.bus());
     return wait;
 }
 

@@ -1,46 +1,33 @@
 #include "platform/linux/KeyringPrompt.h"
 
+#include "platform/linux/BusEnd.h"
+
+#include <utility>
+
 namespace orvella {
 
-KeyringPrompt::KeyringPrompt(GDBusConnection* connection, const QByteArray& owner, const QByteArray& path)
-    : m_connection(static_cast<GDBusConnection*>(g_object_ref(connection)))
-{
-    m_subscriptions = {
-        g_dbus_connection_signal_subscribe(connection, owner.constData(), "org.freedesktop.Secret.Prompt", "Completed",
-            path.constData(), nullptr, G_DBUS_SIGNAL_FLAGS_NONE, &KeyringPrompt::completed, this, nullptr),
-        g_dbus_connection_signal_subscribe(connection, "org.freedesktop.DBus", "org.freedesktop.DBus",
-            "NameOwnerChanged", "/org/freedesktop/DBus", owner.constData(), G_DBUS_SIGNAL_FLAGS_NONE,
-            &KeyringPrompt::ownerChanged, this, nullptr),
-    };
-    m_closed = g_signal_connect(connection, "closed", G_CALLBACK(&KeyringPrompt::closed), this);
-}
+using namespace Qt::StringLiterals;
 
-KeyringPrompt::~KeyringPrompt()
+KeyringPrompt::KeyringPrompt(QDBusConnection bus, const QString& owner, const QString& path)
+    : m_owners(owner, bus, QDBusServiceWatcher::WatchForUnregistration)
 {
-    for (const auto subscription : m_subscriptions)
-        g_dbus_connection_signal_unsubscribe(m_connection.get(), subscription);
-    g_signal_handler_disconnect(m_connection.get(), m_closed);
-}
-
-void KeyringPrompt::completed(
-    GDBusConnection*, const char*, const char*, const char*, const char*, GVariant* arguments, gpointer self)
-{
-    gboolean isDismissed = TRUE;
-    if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(bv)")))
-        g_variant_get(arguments, "(bv)", &isDismissed, nullptr);
-    static_cast<KeyringPrompt*>(self)->end(isDismissed ? KeyringTrouble::refused : FromKeyring<>());
-}
-
-void KeyringPrompt::ownerChanged(
-    GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, gpointer self)
-{
+    bus.connect(owner, path, u"org.freedesktop.Secret.Prompt"_s, u"Completed"_s, this, SLOT(completed(QDBusMessage)));
+    notifyOfBusEnd(bus, this, SLOT(busClosed()));
     // A unique name never gets another owner.
-    static_cast<KeyringPrompt*>(self)->end(KeyringTrouble::failed);
+    connect(&m_owners, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(KeyringTrouble::failed); });
 }
 
-void KeyringPrompt::closed(GDBusConnection*, gboolean, GError*, gpointer self)
+KeyringPrompt::~KeyringPrompt() = default;
+
+void KeyringPrompt::completed(const QDBusMessage& message)
 {
-    static_cast<KeyringPrompt*>(self)->end(KeyringTrouble::absent);
+    const bool isDismissed = message.signature() != u"bv" || message.arguments().constFirst().toBool();
+    end(isDismissed ? KeyringTrouble::refused : FromKeyring<>());
+}
+
+void KeyringPrompt::busClosed()
+{
+    end(KeyringTrouble::absent);
 }
 
 void KeyringPrompt::end(FromKeyring<> answer)

@@ -28,8 +28,9 @@ struct KeyringSecretStore::Question {
     FromKeyring<> answer;
 };
 
-KeyringSecretStore::KeyringSecretStore(Clock& clock)
+KeyringSecretStore::KeyringSecretStore(Clock& clock, QDBusConnection bus)
     : m_clock(clock)
+    , m_bus(std::move(bus))
 {
 }
 
@@ -213,7 +214,7 @@ QCoro::Task<FromKeyring<KeyringSecretStore::Session>> KeyringSecretStore::sessio
 {
     if (m_session && m_session->isCurrent())
         co_return FromKeyring<Session>(m_session);
-    auto opened = co_await KeyringSession::open(m_clock, kAnswerLimit, stop);
+    auto opened = co_await KeyringSession::open(m_clock, kAnswerLimit, m_bus, stop);
     if (opened && !stop.stop_requested()) {
         m_session = *opened;
         m_wasThere = true;

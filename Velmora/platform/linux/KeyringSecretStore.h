@@ -4,6 +4,8 @@
 #include "platform/SecretStore.h"
 #include "platform/linux/FromKeyring.h"
 
+#include <QDBusConnection>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -31,11 +33,14 @@ public:
     /// How long one call may stay without an answer.
     static constexpr auto kAnswerLimit = std::chrono::seconds(10);
 
-    explicit KeyringSecretStore(Clock& clock);
+    explicit KeyringSecretStore(Clock& clock, QDBusConnection bus = QDBusConnection::sessionBus());
+
     KeyringSecretStore(const KeyringSecretStore&) = delete;
     KeyringSecretStore& operator=(const KeyringSecretStore&) = delete;
     /// Ends what is under way. A prompt that is up stays.
     ~KeyringSecretStore() override;
+
+    [[nodiscard]] QDBusConnection bus() const { return m_bus; }
 
     // The answers in full: the trouble is `absent`, `refused`, `stopped` or, where no item was found, `noCollection`.
     QCoro::Task<FromKeyring<std::optional<Secret>>> readItem(QString service, QString account, std::stop_token stop);
@@ -53,7 +58,7 @@ private:
     struct Question;
     using Session = std::shared_ptr<KeyringSession>;
     /// Names an object of the service.
-    using Path = QByteArray;
+    using Path = QString;
     enum class Wanted { anyItem, everyItem };
     template <class T = std::monostate> using Attempt = std::function<QCoro::Task<FromKeyring<T>>(std::stop_token)>;
 
@@ -74,6 +79,7 @@ private:
     QCoro::Task<> ask(Attempt<> question, std::shared_ptr<Question> asked);
 
     Clock& m_clock;
+    QDBusConnection m_bus;
     std::stop_source m_end;
     Session m_session;
     /// What the viewer is being asked.

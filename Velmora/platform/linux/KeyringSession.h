@@ -3,17 +3,16 @@
 #include "base/Clock.h"
 #include "base/Secret.h"
 #include "platform/linux/FromKeyring.h"
-#include "platform/linux/GLibCall.h"
 
-#include <QByteArray>
 #include <QCoroTask>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QString>
 
 #include <memory>
 #include <stop_token>
 #include <vector>
-
-using SecretService = struct _SecretService;
 
 namespace orvella {
 
@@ -23,11 +22,11 @@ namespace orvella {
 /// prompt that is dismissed faster than a viewer could was not seen by one: `failed`, not `refused`. The caller keeps
 /// the session until its call has ended. Objects of the service are named by their D-Bus paths.
 ///
-/// The object interface of libsecret would hide the prompts inside its calls; here they must be told apart from a call
-/// that hangs. So prompting calls are sent as the Secret Service specification (0.2) has them, the rest is libsecret's.
+/// The calls are those of the freedesktop.org Secret Service API, 0.2. Secrets travel over the session bus as they are,
+/// by the method that every service has to know ("plain"): whoever may listen there may ask the service for them, too.
 class KeyringSession final {
 public:
-    using Path = QByteArray;
+    using Path = QString;
 
     struct Found {
         std::vector<Path> unlocked;
@@ -36,9 +35,10 @@ public:
 
     /// Connects and agrees on how secrets travel, starting the service where the bus can.
     static QCoro::Task<FromKeyring<std::shared_ptr<KeyringSession>>> open(
-        Clock& clock, Clock::duration limit, std::stop_token stop);
+        Clock& clock, Clock::duration limit, QDBusConnection bus, std::stop_token stop);
 
-    KeyringSession(Clock& clock, Clock::duration limit, GLibPointer<SecretService> service);
+    /// `owner` is the unique bus name of the service, `session` what it calls this session.
+    KeyringSession(Clock& clock, Clock::duration limit, QDBusConnection bus, QString owner, Path session);
     KeyringSession(const KeyringSession&) = delete;
     KeyringSession& operator=(const KeyringSession&) = delete;
     ~KeyringSession();
@@ -62,18 +62,24 @@ public:
     QCoro::Task<FromKeyring<>> unlock(std::vector<Path> objects, std::stop_token stop);
 
 private:
-    using Variant = GLibPointer<GVariant>;
+    /// A method of the service's objects and the types of its answer.
+    struct Method {
+        QLatin1StringView interface;
+        QLatin1StringView name;
+        QLatin1StringView answer;
+    };
 
-    QCoro::Task<FromKeyring<Variant>> call(Path object, const char* interface, const char* method,
-        const char* replyType, Variant arguments, std::stop_token stop);
+    QCoro::Task<FromKeyring<QVariantList>> call(
+        Path object, Method method, QVariantList arguments, std::stop_token stop);
     QCoro::Task<FromKeyring<>> agreement(Path prompt, std::stop_token stop);
-    [[nodiscard]] GDBusConnection* connection() const;
 
     Clock& m_clock;
     Clock::duration m_limit;
-    GLibPointer<SecretService> m_service;
-    /// The unique bus name of the service.
-    QByteArray m_owner;
+    QDBusConnection m_bus;
+    QString m_owner;
+    Path m_session;
+    QDBusServiceWatcher m_owners;
+    bool m_isOwnerGone = false;
 };
 
 } // namespace orvella

@@ -1,25 +1,69 @@
 #include "platform/linux/KeyringWait.h"
 
+#include "platform/linux/BusEnd.h"
 #include "platform/linux/JoinedStop.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 
 #include <utility>
 
 namespace orvella {
 
-KeyringWait::KeyringWait(Clock& clock, Clock::duration limit)
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kService = "org.freedesktop.secrets"_L1;
+
+} // namespace
+
+KeyringWait::KeyringWait(Clock& clock, Clock::duration limit, QDBusConnection bus)
     : m_clock(clock)
     , m_limit(limit)
     , m_timer(clock.startTimer(limit, [this] { end(); }))
-    , m_watch(g_bus_watch_name(G_BUS_TYPE_SESSION, "org.freedesktop.secrets", G_BUS_NAME_WATCHER_FLAGS_NONE,
-          &KeyringWait::appeared, &KeyringWait::vanished, this, nullptr))
+    , m_bus(std::move(bus))
+    , m_owners(kService, m_bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
+    connect(&m_owners, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString&, const QString&, const QString& owner) {
+            if (owner.isEmpty())
+                vanished();
+            else
+                appeared();
+        });
+    notifyOfBusEnd(m_bus, this, SLOT(vanished()));
+    ask();
 }
 
 KeyringWait::~KeyringWait()
 {
-    g_bus_unwatch_name(m_watch);
     if (m_timer)
         m_clock.stopTimer(*m_timer);
+}
+
+/// Who has the name at first. What comes later is told without being asked.
+void KeyringWait::ask()
+{
+    if (!m_bus.isConnected()) {
+        vanished();
+        return;
+    }
+    auto question = QDBusMessage::createMethodCall(
+        u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
+    question << kService;
+    auto* const call = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        const QDBusPendingReply<bool> isThere = *finished;
+        if (m_isKnown)
+            return;
+        if (isThere.isValid() && isThere.value())
+            appeared();
+        else
+            vanished();
+    });
 }
 
 QCoro::Task<> KeyringWait::untilNextTry(Clock::duration pause, std::stop_token stop)
@@ -31,25 +75,21 @@ QCoro::Task<> KeyringWait::untilNextTry(Clock::duration pause, std::stop_token s
     co_await m_clock.sleep(m_isServiceThere ? pause : m_limit, either.token());
 }
 
-void KeyringWait::appeared(GDBusConnection* bus, const char*, const char*, gpointer self)
+void KeyringWait::appeared()
 {
-    // GLib would end the program together with the bus.
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
-    auto* const wait = static_cast<KeyringWait*>(self);
-    wait->m_isServiceThere = true;
+    m_isServiceThere = true;
     // Each of the two may take the wait with it.
-    if (std::exchange(wait->m_isKnown, true))
-        std::exchange(wait->m_news, std::stop_source()).request_stop();
+    if (std::exchange(m_isKnown, true))
+        std::exchange(m_news, std::stop_source()).request_stop();
     else
-        wait->m_known.end();
+        m_known.end();
 }
 
-void KeyringWait::vanished(GDBusConnection*, const char*, gpointer self)
+void KeyringWait::vanished()
 {
-    auto* const wait = static_cast<KeyringWait*>(self);
-    wait->m_isServiceThere = false;
-    wait->m_isKnown = true;
-    wait->m_known.end();
+    m_isServiceThere = false;
+    m_isKnown = true;
+    m_known.end();
 }
 
 void KeyringWait::end()

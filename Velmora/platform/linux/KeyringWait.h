@@ -4,8 +4,9 @@
 #include "platform/linux/SharedWait.h"
 
 #include <QCoroTask>
-
-#include <gio/gio.h>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QObject>
 
 #include <optional>
 
@@ -13,12 +14,12 @@ namespace orvella {
 
 /// One wait for a Secret Service that is not there yet, or is and fails. It watches who owns the service's bus name,
 /// and ends after a limit; any number of flows share it.
-class KeyringWait final {
+class KeyringWait final : public QObject {
+    Q_OBJECT
+
 public:
-    KeyringWait(Clock& clock, Clock::duration limit);
-    KeyringWait(const KeyringWait&) = delete;
-    KeyringWait& operator=(const KeyringWait&) = delete;
-    ~KeyringWait();
+    KeyringWait(Clock& clock, Clock::duration limit, QDBusConnection bus);
+    ~KeyringWait() override;
 
     /// Waits until it makes sense to ask again: until the service comes, where it is not there, else for the pause.
     /// Ends early with the limit and when `stop` is requested.
@@ -29,16 +30,19 @@ public:
     /// The limit has passed.
     [[nodiscard]] bool isOver() const { return !m_timer; }
 
-private:
-    static void appeared(GDBusConnection* bus, const char* name, const char* owner, gpointer self);
-    static void vanished(GDBusConnection* bus, const char* name, gpointer self);
+private Q_SLOTS:
+    void vanished();
 
+private:
+    void ask();
+    void appeared();
     void end();
 
     Clock& m_clock;
     Clock::duration m_limit;
     std::optional<Clock::TimerId> m_timer;
-    guint m_watch = 0;
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_owners;
     /// The bus has said who has the name now.
     SharedWait m_known;
     bool m_isKnown = false;

@@ -4,7 +4,6 @@
 #include "support/Outcome.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace orvella;
@@ -22,29 +21,18 @@ class KeyringWithoutBusTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        // Where a bus would be looked for without an address.
-        QVERIFY(runtime.isValid());
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
-        qunsetenv("DISPLAY");
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    }
-
     void withoutABusThereIsNoItem_data()
     {
-        QTest::addColumn<QByteArray>("address");
-        QTest::newRow("no address") << QByteArray();
-        QTest::newRow("an address that leads nowhere") << QByteArray("unix:path=/nonexistent/bus");
-        QTest::newRow("an address that is none") << QByteArray("nonsense");
+        QTest::addColumn<QString>("address");
+        QTest::newRow("no address") << QString();
+        QTest::newRow("an address that leads nowhere") << u"unix:path=/nonexistent/bus"_s;
+        QTest::newRow("an address that is none") << u"nonsense"_s;
     }
 
     void withoutABusThereIsNoItem()
     {
-        QFETCH(const QByteArray, address);
-        if (!address.isEmpty())
-            qputenv("DBUS_SESSION_BUS_ADDRESS", address);
-        KeyringSecretStore store(clock);
+        QFETCH(const QString, address);
+        KeyringSecretStore store(clock, QDBusConnection::connectToBus(address, address));
 
         const Outcome adding(store.addItem(kService, kAccount, Secret("token-1")));
         QTRY_VERIFY(adding.isThere());
@@ -61,7 +49,7 @@ private Q_SLOTS:
     void withoutABusAKnownItemIsAbsentAfterTheWait()
     {
         FakeClock virtualClock;
-        KeyringSecretStore store(virtualClock);
+        KeyringSecretStore store(virtualClock, QDBusConnection(u"never made"_s));
         AwaitedKeyring keyring(virtualClock, store);
         const Outcome reading(keyring.readItem(kService, kAccount, {}));
         QTRY_COMPARE(virtualClock.sleepers(), 2U);
@@ -80,6 +68,7 @@ private Q_SLOTS:
             {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + QStringLiteral(ORVELLA_BUS_CONFIGURATION)});
         QVERIFY(bus.waitForStarted());
         QVERIFY(bus.waitForReadyRead());
+        // Read by the D-Bus library once for all, which is why no other test here uses it.
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
         FakeSecretService service;
         service.put(kService, "token-1");
@@ -100,7 +89,6 @@ private Q_SLOTS:
     }
 
 private:
-    QTemporaryDir runtime;
     SystemClock clock;
 };
 
