@@ -18,7 +18,9 @@ CreativeSuppression::CreativeSuppression(const Clock& clock)
 void CreativeSuppression::suppress(const QString& creativeId)
 {
     prune();
-    m_since.insert(creativeId, m_clock.now());
+    const auto now = m_clock.now();
+    m_since.insert(creativeId, now);
+    m_rests.enqueue({creativeId, now});
 }
 
 bool CreativeSuppression::isSuppressed(const QString& creativeId)
@@ -30,7 +32,11 @@ bool CreativeSuppression::isSuppressed(const QString& creativeId)
 void CreativeSuppression::prune()
 {
     const auto oldest = m_clock.now() - kRest;
-    m_since.removeIf([oldest](const auto& entry) { return entry.value() <= oldest; });
+    while (!m_rests.isEmpty() && m_rests.head().since <= oldest) {
+        const auto rest = m_rests.dequeue();
+        if (m_since.value(rest.creativeId) == rest.since)
+            m_since.remove(rest.creativeId);
+    }
 }
 
 } // namespace orvella

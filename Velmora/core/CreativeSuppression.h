@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 
 #include <QHash>
+#include <QQueue>
 #include <QString>
 
 namespace orvella {
@@ -20,10 +21,17 @@ public:
     [[nodiscard]] qsizetype count() const { return m_since.size(); }
 
 private:
+    struct Rest {
+        QString creativeId;
+        Instant since;
+    };
+
     void prune();
 
     const Clock& m_clock;
     QHash<QString, Instant> m_since;
+    /// In the order in which they began. A rest that has begun anew leaves its earlier beginning here.
+    QQueue<Rest> m_rests;
 };
 
 } // namespace orvella

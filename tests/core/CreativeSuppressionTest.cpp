@@ -1,6 +1,7 @@
 #include "core/CreativeSuppression.h"
 #include "support/FakeClock.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace orvella;
@@ -91,6 +92,40 @@ private Q_SLOTS:
             suppression.suppress(u"c"_s);
 
         QCOMPARE(suppression.count(), byAsking ? 0 : 1);
+    }
+
+    void creativeThatRestsAnewIsForgottenOnce()
+    {
+        FakeClock clock;
+        CreativeSuppression suppression(clock);
+        suppression.suppress(u"a"_s);
+        clock.advance(200s);
+        suppression.suppress(u"a"_s);
+
+        clock.advance(299s);
+        QVERIFY(suppression.isSuppressed(u"a"_s));
+        QCOMPARE(suppression.count(), 1);
+
+        clock.advance(1s);
+        QVERIFY(!suppression.isSuppressed(u"a"_s));
+        QCOMPARE(suppression.count(), 0);
+    }
+
+    /// Looking through all that rest for each of them would take minutes.
+    void aHundredThousandCreativesAreSuppressedInSeconds()
+    {
+        constexpr int kCreatives = 100'000;
+        FakeClock clock;
+        CreativeSuppression suppression(clock);
+        QElapsedTimer time;
+        time.start();
+
+        for (int number = 0; number < kCreatives; ++number) {
+            suppression.suppress(QString::number(number));
+            QVERIFY2(time.elapsed() < 20'000, qPrintable(u"Only %1 are suppressed."_s.arg(number)));
+        }
+
+        QCOMPARE(suppression.count(), kCreatives);
     }
 };
 
