@@ -18,6 +18,8 @@ declare -A packages=(
         bash-completion binutils packagekit xfce4-session mate-session-manager lxqt-session strace"
     [mutate]="python3"
     [bench]="libbenchmark-dev"
+    # Measures and draws.
+    [growth]="libbenchmark-dev python3"
     [package]="binutils debhelper dpkg-dev fakeroot lintian man-db"
     # Makes a bare Debian to install the packages on.
     [check_package]="mmdebstrap"
