@@ -7,7 +7,10 @@
 #include <QStringList>
 
 #include <concepts>
+#include <string_view>
 #include <tuple>
+#include <type_traits>
+#include <vector>
 
 namespace orvella {
 
@@ -84,11 +87,31 @@ template <WireRecord T> std::optional<Mismatch> readValue(const Json& value, T& 
     return std::nullopt;
 }
 
+// The keys of a member's value: a record has those of its members and of the records in them.
+template <class T> void appendKeys(std::vector<std::string_view>& /*keys*/, std::type_identity<T> /*member*/) {}
+template <WireRecord T> void appendKeys(std::vector<std::string_view>& keys, std::type_identity<T> record);
+
+template <class T> void appendKeys(std::vector<std::string_view>& keys, std::type_identity<std::optional<T>> /*member*/)
+{
+    appendKeys(keys, std::type_identity<T>());
+}
+
+template <WireRecord T> void appendKeys(std::vector<std::string_view>& keys, std::type_identity<T> /*record*/)
+{
+    const auto append = [&keys]<class Record, class Member>(const Field<Record, Member>& field) {
+        keys.emplace_back(field.key);
+        appendKeys(keys, std::type_identity<Member>());
+    };
+    std::apply([&append](const auto&... fields) { (append(fields), ...); }, T::fields());
+}
+
 /// Reads one record from a JSON text. Unknown keys are ignored. A failure names the path and the problem, for example
 /// "data.wallet.availableCents is not an integer".
 template <WireRecord T> [[nodiscard]] Result<T> decodeRecord(const QByteArray& text)
 {
-    const auto json = Json::parse(text);
+    std::vector<std::string_view> keys;
+    appendKeys(keys, std::type_identity<T>());
+    const auto json = Json::parseOnly(text, keys);
     if (!json)
         return std::unexpected(Mismatch {{}, QCoreApplication::translate("Record", "is not JSON")}.failure());
     T record;

@@ -58,6 +58,14 @@ std::optional<qint64> exactInteger(std::string_view text)
 /// Builds the value while the text is read.
 class Builder final : public nlohmann::json_sax<nlohmann::json> {
 public:
+    using Keys = std::optional<std::span<const std::string_view>>;
+
+    /// Keeps the members of these keys, or of every one.
+    explicit Builder(Keys keys)
+        : m_keys(keys)
+    {
+    }
+
     [[nodiscard]] Json take() { return std::move(m_root); }
 
     bool null() override { return add(Json()); }
@@ -91,7 +99,10 @@ public:
 
     bool key(string_t& name) override
     {
-        m_open.back().key = text(name);
+        auto& object = m_open.back();
+        object.isMemberKept = !m_keys || std::ranges::find(*m_keys, std::string_view(name)) != m_keys->end();
+        if (object.isMemberKept)
+            object.key = text(name);
         return true;
     }
 
@@ -107,6 +118,7 @@ private:
     struct Container {
         std::variant<Json::Array, Json::Object> value;
         QString key;
+        bool isMemberKept = true;
     };
 
     /// The library hands numbers on with the decimal point of the process's locale, whatever that is.
@@ -128,7 +140,7 @@ private:
 
     bool open(std::variant<Json::Array, Json::Object> empty)
     {
-        m_open.push_back({std::move(empty), {}});
+        m_open.push_back({.value = std::move(empty), .key = {}});
         return m_open.size() <= Json::kGreatestDepth;
     }
 
@@ -145,14 +157,24 @@ private:
             m_root = std::move(value);
         else if (auto* const array = std::get_if<Json::Array>(&m_open.back().value))
             array->push_back(std::move(value));
-        else
+        else if (m_open.back().isMemberKept)
             std::get<Json::Object>(m_open.back().value).insert_or_assign(m_open.back().key, std::move(value));
         return true;
     }
 
+    Keys m_keys;
     Json m_root;
     std::vector<Container> m_open;
 };
+
+Result<Json> built(const QByteArray& text, Builder::Keys keys)
+{
+    Builder builder(keys);
+    // The library takes a zero byte for the end of the text.
+    if (text.contains('\0') || !nlohmann::json::sax_parse(text.cbegin(), text.cend(), &builder))
+        return failed(Failure::Kind::undecodable, QCoreApplication::translate("Json", "The text is not valid JSON."));
+    return builder.take();
+}
 
 /// The value as the library's own, or nothing where it cannot be written.
 std::optional<nlohmann::json> writable(const Json& value);
@@ -245,11 +267,12 @@ Json::Json(Object value)
 
 Result<Json> Json::parse(const QByteArray& text)
 {
-    Builder builder;
-    // The library takes a zero byte for the end of the text.
-    if (text.contains('\0') || !nlohmann::json::sax_parse(text.cbegin(), text.cend(), &builder))
-        return failed(Failure::Kind::undecodable, QCoreApplication::translate("Json", "The text is not valid JSON."));
-    return builder.take();
+    return built(text, std::nullopt);
+}
+
+Result<Json> Json::parseOnly(const QByteArray& text, std::span<const std::string_view> keys)
+{
+    return built(text, keys);
 }
 
 Result<QByteArray> Json::serialise() const

@@ -8,6 +8,8 @@
 
 #include <map>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -34,6 +36,10 @@ public:
 
     /// Reads one JSON text in UTF-8. Of equal keys the last one counts. A text that is not JSON is `undecodable`.
     [[nodiscard]] static Result<Json> parse(const QByteArray& text);
+
+    /// As `parse`, without the members of any other key, however deep: nobody will look for them. They still have to be
+    /// JSON. However many there are, they cost no more than the length of the text.
+    [[nodiscard]] static Result<Json> parseOnly(const QByteArray& text, std::span<const std::string_view> keys);
 
     /// The compact text. Fails with `unencodable` on a string that is not valid Unicode or a number that is not finite.
     [[nodiscard]] Result<QByteArray> serialise() const;

@@ -150,6 +150,51 @@ private Q_SLOTS:
         QCOMPARE(value->object()->at(u"a"_s).integer(), 2);
     }
 
+    void onlyMembersThatAreLookedForAreKept()
+    {
+        const std::vector<std::string_view> keys {"a", "list", "inner"};
+
+        const auto value =
+            Json::parseOnly(R"({"x":1,"a":2,"inner":{"x":{"a":3},"a":4},"list":[{"x":5,"a":6},7],"ab":8,"":9})", keys);
+
+        const Json::Object inner {{u"a"_s, qint64 {4}}};
+        const Json::Object element {{u"a"_s, qint64 {6}}};
+        const Json::Array list {Json(element), Json(qint64 {7})};
+        const Json::Object expected {{u"a"_s, qint64 {2}}, {u"inner"_s, inner}, {u"list"_s, list}};
+        QVERIFY(value.has_value());
+        QCOMPARE(*value, Json(expected));
+    }
+
+    void aMemberAfterOneThatIsNotKeptIsKept()
+    {
+        const std::vector<std::string_view> keys {"a"};
+
+        const auto value = Json::parseOnly(R"({"a":1,"x":{"y":[{"z":0}]},"a":2,"x":3})", keys);
+
+        const Json::Object expected {{u"a"_s, qint64 {2}}};
+        QVERIFY(value.has_value());
+        QCOMPARE(*value, Json(expected));
+    }
+
+    void membersThatAreNotKeptAreJsonAllTheSame_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("no value") << QByteArray(R"({"x":})");
+        QTest::newRow("a bare word") << QByteArray(R"({"x":[nil]})");
+        QTest::newRow("not UTF-8") << QByteArray("{\"x\":\"\xff\"}");
+        QTest::newRow("a key that is not UTF-8") << QByteArray("{\"\xff\":0}");
+        QTest::newRow("too deep") << "{\"x\":" + QByteArray(Json::kGreatestDepth, '[')
+                + QByteArray(Json::kGreatestDepth, ']') + '}';
+    }
+
+    void membersThatAreNotKeptAreJsonAllTheSame()
+    {
+        QFETCH(const QByteArray, text);
+
+        QVERIFY(!Json::parseOnly(text, {}));
+        QVERIFY(!Json::parse(text));
+    }
+
     void aTextThatBeginsLikeAByteOrderMarkIsKept()
     {
         const auto json = Json::parse("\xef\xbb\xbf{\"\xef\xbb\xbfkey\": \"\\ufeffvalue\", \"key\": true}");
