@@ -5,16 +5,14 @@
 #include <vector>
 
 using namespace orvella;
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kApplications = 200;
-
-std::vector<RunningApplication> applications(const QString& identifier, const QString& name)
+std::vector<RunningApplication> applications(qint64 count, const QString& identifier, const QString& name)
 {
     std::vector<RunningApplication> result;
-    for (int number = 0; number < kApplications; ++number)
+    for (qint64 number = 0; number < count; ++number)
         result.push_back({
             .isRegular = true,
             .identifier = identifier + QString::number(number),
@@ -23,26 +21,31 @@ std::vector<RunningApplication> applications(const QString& identifier, const QS
     return result;
 }
 
-/// Applications that no key fits: every key is searched for in every text.
-void twoHundredUnknownApplications(benchmark::State& state)
+void classify(benchmark::State& state, const std::vector<RunningApplication>& running)
 {
-    const auto running = applications(u"org.example.Gyroscope.Viewer"_s, u"Gyroscope Viewer for Laboratories "_s);
     for ([[maybe_unused]] auto round : state)
         benchmark::DoNotOptimize(AppSignalClassifier::categories(running));
+    state.SetComplexityN(state.range(0));
+}
+
+/// Applications that no key fits: every key is searched for in every text.
+void unknownApplications(benchmark::State& state)
+{
+    classify(state,
+        applications(state.range(0), u"org.example.Gyroscope.Viewer"_s, u"Gyroscope Viewer for Laboratories "_s));
 }
 
 /// A desktop on which every other application belongs to a category.
-void twoHundredMixedApplications(benchmark::State& state)
+void mixedApplications(benchmark::State& state)
 {
-    auto running = applications(u"org.mozilla.Firefox"_s, u"Firefox Web Browser"_s);
+    auto running = applications(state.range(0), u"org.mozilla.Firefox"_s, u"Firefox Web Browser"_s);
     const QString known[] {u"org.gnome.Terminal"_s, u"com.slack.Slack"_s, u"md.obsidian.Obsidian"_s, u"org.blender"_s};
     for (std::size_t place = 0; place < running.size(); place += 2)
         running[place].identifier = known[place / 2 % std::size(known)];
-    for ([[maybe_unused]] auto round : state)
-        benchmark::DoNotOptimize(AppSignalClassifier::categories(running));
+    classify(state, running);
 }
 
-BENCHMARK(twoHundredUnknownApplications)->Unit(benchmark::kMicrosecond);
-BENCHMARK(twoHundredMixedApplications)->Unit(benchmark::kMicrosecond);
+BENCHMARK(unknownApplications)->RangeMultiplier(4)->Range(10, 10'000)->Complexity()->Unit(benchmark::kMicrosecond);
+BENCHMARK(mixedApplications)->RangeMultiplier(4)->Range(10, 10'000)->Complexity()->Unit(benchmark::kMicrosecond);
 
 } // namespace

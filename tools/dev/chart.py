@@ -1,12 +1,13 @@
 """Draws charts as SVG, side by side, each with axes of its own."""
 import math
+from collections.abc import Callable
 from dataclasses import dataclass, field
 from xml.sax.saxutils import escape
 
 BLUE, ORANGE, GREY = "#1f5fa8", "#c2570c", "#8a8f98"
 INK, FAINT, PAPER = "#20242b", "#dfe3e8", "#ffffff"
 HEIGHT = 300
-LEFT, RIGHT, TOP, BOTTOM = 68, 18, 50, 48
+LEFT, RIGHT, TOP, BOTTOM = 68, 32, 50, 48
 
 
 @dataclass
@@ -18,6 +19,23 @@ class Series:
     is_dashed: bool = False
 
 
+def counted(value):
+    """A number as a tick has it: 300, 10,000, 1M."""
+    return f"{value / 1_000_000:g}M" if value >= 1_000_000 else f"{value:,g}"
+
+
+def timed(seconds):
+    for unit, size in (("s", 1), ("ms", 1e-3), ("µs", 1e-6)):
+        if seconds >= size * 0.999:
+            return f"{seconds / size:g} {unit}"
+    return f"{seconds * 1e9:g} ns"
+
+
+def binary(count):
+    """Bytes."""
+    return f"{count >> 20} MiB" if count >= 1 << 20 else f"{count >> 10} KiB"
+
+
 @dataclass
 class Chart:
     title: str
@@ -27,25 +45,21 @@ class Chart:
     is_across_logarithmic: bool = False
     is_up_logarithmic: bool = True
     note: str = ""
+    # Chosen where the axis does not choose well.
     ticks_across: list = field(default_factory=list)
+    name_across: Callable = counted
+    name_up: Callable = counted
     width: int = 460
 
     def end(self):
         return self.width - RIGHT
 
 
-def short(value):
-    """A number as a tick has it: 0.01, 300, 10,000, 1M."""
-    if value >= 1_000_000:
-        return f"{value / 1_000_000:g}M"
-    return f"{value:,.0f}" if value >= 1 else f"{value:g}"
-
-
 class Axis:
     def __init__(self, values, is_logarithmic, start, end, ticks=()):
         self.is_logarithmic = is_logarithmic
         self.start, self.end = start, end
-        self.least, self.greatest = self.bounds([*values, *ticks])
+        self.least, self.greatest = (min(ticks), max(ticks)) if ticks else self.bounds(values)
         self.ticks = list(ticks) or self.own_ticks()
 
     def bounds(self, values):
@@ -110,11 +124,11 @@ def drawn_chart(chart):
     for tick in across.ticks:
         x = across.place(tick)
         yield line(x, TOP, x, HEIGHT - BOTTOM)
-        yield text(x, HEIGHT - BOTTOM + 17, short(tick))
+        yield text(x, HEIGHT - BOTTOM + 17, chart.name_across(tick))
     for tick in up.ticks:
         y = up.place(tick)
         yield line(LEFT, y, chart.end(), y)
-        yield text(LEFT - 8, y + 4, short(tick), anchor="end")
+        yield text(LEFT - 8, y + 4, chart.name_up(tick), anchor="end")
     yield line(LEFT, HEIGHT - BOTTOM, chart.end(), HEIGHT - BOTTOM, INK)
     yield line(LEFT, TOP, LEFT, HEIGHT - BOTTOM, INK)
     for series in chart.series:
