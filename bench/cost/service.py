@@ -1,0 +1,117 @@
+"""The service that the programs ask: the sandbox behind HTTPS, whose certificate they check as they would any other."""
+import ctypes
+import json
+import os
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import time
+import urllib.parse
+import urllib.request
+
+from basics import Trouble, read_file
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+TRUSTED = "/etc/ssl/certs"
+PRIVATE_MOUNTS = 0x20000
+BIND, RECURSIVE_PRIVATE = 0x1000, 0x4000 | 0x40000
+
+
+class Authority:
+    """A certificate for localhost, which this process and its children trust and nobody else does."""
+
+    def __init__(self, folder):
+        self.key, self.certificate = os.path.join(folder, "key"), os.path.join(folder, "certificate")
+        self.run("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=localhost",
+                 "-addext", "subjectAltName=DNS:localhost", "-keyout", self.key, "-out", self.certificate)
+        trusted = os.path.join(folder, "trusted")
+        shutil.copytree(TRUSTED, trusted)
+        name = self.run("x509", "-hash", "-noout", "-in", self.certificate).strip()
+        shutil.copy(self.certificate, os.path.join(trusted, name + ".0"))
+        with open(os.path.join(trusted, "ca-certificates.crt"), "ab") as every:
+            every.write(read_file(self.certificate))
+        self.hide_behind(trusted)
+
+    @staticmethod
+    def run(*arguments):
+        return subprocess.run(["openssl", *arguments], check=True, capture_output=True, text=True).stdout
+
+    @staticmethod
+    def hide_behind(trusted):
+        system = ctypes.CDLL(None, use_errno=True)
+
+        def done(result):
+            if result != 0:
+                raise Trouble("no mounts of its own: " + os.strerror(ctypes.get_errno()))
+        done(system.unshare(PRIVATE_MOUNTS))
+        done(system.mount(b"none", b"/", None, RECURSIVE_PRIVATE, None))
+        done(system.mount(trusted.encode(), TRUSTED.encode(), None, BIND, None))
+
+
+class Process:
+    """One of ours that says on its first line where it listens."""
+
+    def __init__(self, argv, log):
+        self.log = log
+        with open(log, "wb") as out:
+            self.child = subprocess.Popen(argv, stdin=subprocess.DEVNULL, stdout=out, stderr=out)
+        deadline = time.monotonic() + 10
+        while b"\n" not in read_file(log):
+            if time.monotonic() > deadline or self.child.poll() is not None:
+                raise Trouble(f"{argv[0]} did not start; see {log}")
+            time.sleep(0.01)
+
+    def lines(self):
+        return read_file(self.log).decode("utf-8", "replace").splitlines()
+
+    def close(self):
+        self.child.send_signal(signal.SIGTERM)
+        self.child.wait(10)
+
+
+class Service:
+    """A sandbox, and in front of it what speaks HTTPS and notes the time of every answer."""
+
+    def __init__(self, programs, authority, folder, label, options=(), database=None):
+        at = lambda name: os.path.join(folder, f"{label}.{name}")
+        self.database = at("db")
+        if database:
+            shutil.copy(database, self.database)
+        self.sandbox = Process([os.path.join(programs, "orvella-sandbox"), "--database", self.database, *options],
+                               at("sandbox.log"))
+        self.address = next(line for line in self.sandbox.lines() if line.startswith("http"))
+        self.front = Process([sys.executable, os.path.join(HERE, "front"), authority.certificate, authority.key,
+                              self.address], at("front.log"))
+        self.secure_address = self.front.lines()[0]
+
+    def answers(self, path, since=0):
+        """When answers to requests for this path had been sent, in ns; the clock is that of basics.now."""
+        found = []
+        for line in self.front.lines()[1:]:
+            stamp, asked, *_ = line.split(" ", 2)
+            if asked == path and int(stamp) >= since:
+                found.append(int(stamp))
+        return found
+
+    def link_device(self):
+        for line in self.sandbox.lines():
+            page = re.search(r" registered; link it at (\S+)", line)
+            if page:
+                code = urllib.parse.parse_qs(urllib.parse.urlparse(page[1]).query)["code"][0]
+                body = urllib.parse.urlencode({"code": code}).encode()
+                urllib.request.urlopen(self.address + "/activate", body, timeout=10).close()
+                return
+        raise Trouble("no device registered; see " + self.sandbox.log)
+
+    def close(self):
+        self.front.close()
+        self.sandbox.close()
+
+
+def no_campaigns(folder):
+    path = os.path.join(folder, "no-campaigns.json")
+    with open(path, "w") as file:
+        json.dump({"campaigns": []}, file)
+    return path
