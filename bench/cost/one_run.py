@@ -18,6 +18,7 @@ SUBREAPER = 36
 REGISTERED_WITHIN = 30
 # Between the desktop being up and the start; it has to come to rest.
 CALM = 0.3
+VIEW_BEGINS = "/api/mac/ads/session/start"
 
 
 class Seen:
@@ -214,7 +215,8 @@ def offer(program, surroundings):
         if not desktop.serve(15, lambda: desktop.tray.mapped):
             raise Trouble("the ad did not open\n" + desktop.tail())
         shown = min(desktop.tray.mapped.values())
-        desktop.serve(0.2)
+        if not desktop.serve(5, lambda: surroundings.service.answers(VIEW_BEGINS, since=started)):
+            raise Trouble("a window was shown, but no ad")
         offered = [stamp for stamp in surroundings.service.answers(program.polls, since=started) if stamp < shown]
         if not offered:
             raise Trouble("a window was there before an ad was offered")
