@@ -5,11 +5,11 @@ import statistics
 from required import REQUIRED, named, verdicts
 
 COLUMNS = (  # figure, heading, decimals
-    ("start", "start ms", 1), ("rested", "rested ms", 1), ("complete", "complete ms", 1), ("boot_cpu", "boot CPU ms", 0),
-    ("anon", "anon MiB", 2), ("rss", "RSS MiB", 1), ("pss", "PSS MiB", 1), ("rss_clicked", "RSS after clicks", 1),
+    ("start", "start ms", 1), ("rested", "rested ms", 1), ("complete", "complete ms", 1),
+    ("boot_cpu", "boot CPU ms", 0), ("anon", "anon MiB", 2), ("rss", "RSS MiB", 1), ("pss", "PSS MiB", 1), ("rss_clicked", "RSS after clicks", 1),
     ("cpu", "CPU ms/min", 2), ("ctx", "switches/min", 1), ("cycle_cpu", "poll CPU ms", 2), ("threads", "threads", 0),
-    ("procs", "processes", 0), ("libs", "libraries", 0), ("click", "first click ms", 1), ("clicks", "later clicks ms", 1),
-    ("offer", "offer ms", 1),
+    ("procs", "processes", 0), ("libs", "libraries", 0), ("click", "first click ms", 1),
+    ("clicks", "later clicks ms", 1), ("offer", "offer ms", 1),
 )
 # Those whose ratio says something.
 RATIOS = {"start", "rested", "boot_cpu", "anon", "rss", "pss", "rss_clicked", "cycle_cpu", "threads", "libs", "click",
@@ -41,12 +41,13 @@ def table(heads, rows):
         cells = [cell.ljust(width) if column == 0 else cell.rjust(width)
                  for column, (cell, width) in enumerate(zip(row, widths))]
         return "| " + " | ".join(cells) + " |"
-    rule = "|" + "|".join("-" * (width + 1) + ("-" if column == 0 else ":") for column, width in enumerate(widths)) + "|"
-    print("\n".join([line(heads), rule, *map(line, rows)]))
+    rules = ["-" * (width + 1) + ("-" if column == 0 else ":") for column, width in enumerate(widths)]
+    print("\n".join([line(heads), "|" + "|".join(rules) + "|", *map(line, rows)]))
 
 
 def figure_table(title, figures, cell, wanted):
-    columns = [column for column in COLUMNS if column[0] in wanted and any(column[0] in row for row in figures.values())]
+    known = {key for row in figures.values() for key in row}
+    columns = [column for column in COLUMNS if column[0] in wanted & known]
     print(f"\n### {title}\n")
     table(["program", *(heading for _, heading, _ in columns)],
           [[name, *(cell(row, key, decimals) if key in row else "–" for key, _, decimals in columns)]
@@ -93,8 +94,8 @@ def print_required(found):
             verdict = next((each for each in found if each.required is required and each.desktop == desktop), None)
             cells.append(cell_of(verdict) if verdict else "")
         relation = "less than" if required.below else "at most"
-        limit = f"{required.limit:g} x {required.program}" if required.program else f"{required.limit:g} {required.unit}"
-        rows.append([required.title, f"{relation} {limit.rstrip()}", *cells])
+        unit = f"x {required.program}" if required.program else required.unit
+        rows.append([required.title, f"{relation} {required.limit:g} {unit}".rstrip(), *cells])
     table(["figure", "required", *map(named, desktops)], rows)
 
 

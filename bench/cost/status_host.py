@@ -1,4 +1,4 @@
-"""The desktop's status area: watcher and host of status-notifier items, and a notification server that shows nothing."""
+"""The desktop's status area: watcher and host of status-notifier items, and notifications that are shown to nobody."""
 import os
 
 from basics import Trouble, now
