@@ -140,7 +140,7 @@ def settled(program, surroundings, desktop, started, seconds):
     pids, _ = desktop.tree.split()
     if not pids:
         raise Trouble("ended while it settled\n" + desktop.tail())
-    if program.polls and not surroundings.service.answers(program.polls, since=started):
+    if program.polls and not surroundings.front.answers(program.polls, since=started):
         raise Trouble(f"did not poll within {seconds} seconds\n" + desktop.tail())
     return pids
 
@@ -162,7 +162,7 @@ def at_rest(program, surroundings, settle, window, delay):
         used += sum(ns - reaped0.get(pid, 0) for pid, ns in reaped1.items())
         vol, invol = (sum(pair[index] - switches0.get(key, (0, 0))[index] for key, pair in switches1.items()) / minutes
                       for index in (0, 1))
-        if program.polls and len(surroundings.service.answers(program.polls, since=begin)) > 0:
+        if program.polls and len(surroundings.front.answers(program.polls, since=begin)) > 0:
             raise Trouble("polled while it was to rest")
         memory = tree.memory(pids)
         libs, libs_mib = tree.mapped(pids)
@@ -215,9 +215,9 @@ def offer(program, surroundings):
         if not desktop.serve(15, lambda: desktop.tray.mapped):
             raise Trouble("the ad did not open\n" + desktop.tail())
         shown = min(desktop.tray.mapped.values())
-        if not desktop.serve(5, lambda: surroundings.service.answers(VIEW_BEGINS, since=started)):
+        if not desktop.serve(5, lambda: surroundings.front.answers(VIEW_BEGINS, since=started)):
             raise Trouble("a window was shown, but no ad")
-        offered = [stamp for stamp in surroundings.service.answers(program.polls, since=started) if stamp < shown]
+        offered = [stamp for stamp in surroundings.front.answers(program.polls, since=started) if stamp < shown]
         if not offered:
             raise Trouble("a window was there before an ad was offered")
         return {"offer": (shown - offered[-1]) / 1e6}
@@ -226,7 +226,7 @@ def offer(program, surroundings):
 def cycles(program, surroundings, count, interval, delay):
     """CPU of each of the polls after the first, for which the program has slept as it does all day."""
     time.sleep(delay)
-    answers = surroundings.service.answers
+    answers = surroundings.front.answers
     with running(program, surroundings) as (desktop, started, figures):
         def poll_after(stamp, seconds):
             if not desktop.serve(seconds, lambda: answers(program.polls, since=stamp)):

@@ -70,9 +70,9 @@ def limit_on(required, desktop, medians):
     """A floor that a desktop's name makes heavier is no gift: the lighter one counts, of this desktop and of none."""
     if not required.program:
         return required.limit
-    found = [medians[place].get(required.program, {}).get(required.of) for place in {desktop, "none"}]
-    found = [value for value in found if value is not None]
-    return required.limit * min(found) if found else None
+    without, here = (medians[place].get(required.program, {}).get(required.of) for place in ("none", desktop))
+    # Some floors are not measured again on every desktop.
+    return None if without is None else required.limit * min(without, here or without)
 
 
 def verdicts(medians, size_mib):

@@ -71,29 +71,44 @@ class Process:
         self.child.wait(10)
 
 
+class Front:
+    """Speaks HTTPS in front of a sandbox and notes the time of every answer."""
+
+    def __init__(self, authority, address, log):
+        argv = [sys.executable, os.path.join(HERE, "front"), authority.certificate, authority.key, address]
+        self.process = Process(argv, log)
+        self.address = self.process.lines()[0]
+
+    def answers(self, path, since=0):
+        """When answers to requests for this path had been sent, in ns; the clock is that of basics.now."""
+        found = []
+        for line in self.process.lines()[1:]:
+            stamp, asked, *_ = line.split(" ", 2)
+            if asked == path and int(stamp) >= since:
+                found.append(int(stamp))
+        return found
+
+    def close(self):
+        self.process.close()
+
+
 class Service:
-    """A sandbox, and in front of it what speaks HTTPS and notes the time of every answer."""
+    """A sandbox with its fronts: programs that run side by side have one each, which tells their requests apart."""
 
     def __init__(self, programs, authority, folder, label, options=(), database=None):
-        at = lambda name: os.path.join(folder, f"{label}.{name}")
+        self.authority, self.fronts = authority, []
+        self.at = at = lambda name: os.path.join(folder, f"{label}.{name}")
         self.database = at("db")
         if database:
             shutil.copy(database, self.database)
         self.sandbox = Process([os.path.join(programs, "orvella-sandbox"), "--database", self.database, *options],
                                at("sandbox.log"))
         self.address = next(line for line in self.sandbox.lines() if line.startswith("http"))
-        self.front = Process([sys.executable, os.path.join(HERE, "front"), authority.certificate, authority.key,
-                              self.address], at("front.log"))
-        self.secure_address = self.front.lines()[0]
 
-    def answers(self, path, since=0):
-        """When answers to requests for this path had been sent, in ns; the clock is that of basics.now."""
-        found = []
-        for line in self.front.lines()[1:]:
-            stamp, asked, *_ = line.split(" ", 2)
-            if asked == path and int(stamp) >= since:
-                found.append(int(stamp))
-        return found
+    def front(self):
+        front = Front(self.authority, self.address, self.at(f"front-{len(self.fronts)}.log"))
+        self.fronts.append(front)
+        return front
 
     def link_device(self):
         for line in self.sandbox.lines():
@@ -106,8 +121,8 @@ class Service:
         raise Trouble("no device registered; see " + self.sandbox.log)
 
     def close(self):
-        self.front.close()
-        self.sandbox.close()
+        for process in (*self.fronts, self.sandbox):
+            process.close()
 
 
 def no_campaigns(folder):

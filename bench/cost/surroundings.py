@@ -7,7 +7,7 @@ import subprocess
 from basics import Trouble
 from one_run import Apart, running
 from programs import Program
-from service import Authority, Service, no_campaigns
+from service import Authority, Front, Service, no_campaigns
 
 POLL_SECONDS = 300
 # The service's shortest; the program asks no more often.
@@ -18,6 +18,7 @@ REGISTER = "/api/mac/device/register"
 @dataclasses.dataclass(frozen=True)
 class Surroundings:
     service: Service
+    front: Front
     places: dict
     homes: dict
     desktop: str = "none"
@@ -36,6 +37,11 @@ class Surroundings:
 
     def on(self, desktop):
         return dataclasses.replace(self, desktop=desktop)
+
+    def apart(self):
+        """The same service, for one that is not alone with it."""
+        front = self.service.front()
+        return dataclasses.replace(self, front=front, places=self.places | {"service": front.address})
 
 
 class Ground:
@@ -63,7 +69,7 @@ class Ground:
 
     def register(self, orvella, surroundings):
         with running(orvella, surroundings) as (desktop, started, _):
-            answers = surroundings.service.answers
+            answers = surroundings.front.answers
             if not desktop.serve(20, lambda: answers(orvella.polls)):
                 raise Trouble("did not register its device\n" + desktop.tail())
             if not answers(REGISTER):
@@ -93,9 +99,10 @@ class Ground:
         return service
 
     def surroundings(self, service, seconds=POLL_SECONDS):
-        places = {"installed": self.options.installed, "floors": self.options.floors,
-                  "service": service.secure_address, "seconds": seconds}
-        return Surroundings(service, places, self.homes, theme=self.options.theme)
+        front = service.front()
+        places = {"installed": self.options.installed, "floors": self.options.floors, "service": front.address,
+                  "seconds": seconds}
+        return Surroundings(service, front, places, self.homes, theme=self.options.theme)
 
     def close(self):
         for service in self.services:

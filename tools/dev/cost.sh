@@ -23,10 +23,12 @@ verb_bench() {
         --floors "$cost/floors" --theme "$cost/theme" --folder "$cost/work"
 }
 
-# As the package brings it.
+# As the package brings it: stripped by the same tool in the same way.
 install_stripped() {
     rm -rf "$cost/installed"
-    cmake --install build/release --strip --prefix "$cost/installed" >/dev/null
+    cmake --install build/release --prefix "$cost/installed" >/dev/null
+    find "$cost/installed" -type f \( -path '*/bin/*' -o -name '*.so' \) \
+        -exec strip --remove-section=.comment --remove-section=.note {} +
 }
 
 build_floors() {

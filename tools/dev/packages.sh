@@ -22,7 +22,7 @@ declare -A packages=(
     [growth]="libbenchmark-dev python3"
     # Other resident programs, what a desktop for one of them needs, and what the floors are built with.
     [cost]="qlipper flameshot copyq parcellite keepassxc xvfb evilwm dbus gnome-keyring libglib2.0-bin openssl python3
-        ca-certificates fontconfig fonts-dejavu-core libqt6sql6-sqlite libgtk-3-0 libsystemd-dev"
+        binutils ca-certificates fontconfig fonts-dejavu-core libqt6sql6-sqlite libgtk-3-0 libsystemd-dev"
     [package]="binutils debhelper dpkg-dev fakeroot lintian man-db"
     # Makes a bare Debian to install the packages on.
     [check_package]="mmdebstrap"

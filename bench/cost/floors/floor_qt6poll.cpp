@@ -30,6 +30,8 @@ int main(int argc, char** argv)
     const auto poll = [&] {
         QNetworkReply* reply = net.get(QNetworkRequest(url));
         QObject::connect(reply, &QNetworkReply::finished, &app, [&tray, reply] {
+            if (reply->error() != QNetworkReply::NoError)
+                qWarning("%s", qPrintable(reply->errorString()));
             const double cents = QJsonDocument::fromJson(reply->readAll())["cents"].toDouble();
             tray.setToolTip(QStringLiteral("$ %1").arg(cents / 100, 0, 'f', 2));
             reply->deleteLater();
