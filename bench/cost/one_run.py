@@ -162,6 +162,8 @@ def at_rest(program, surroundings, settle, window, delay):
         used += sum(ns - reaped0.get(pid, 0) for pid, ns in reaped1.items())
         vol, invol = (sum(pair[index] - switches0.get(key, (0, 0))[index] for key, pair in switches1.items()) / minutes
                       for index in (0, 1))
+        # A thread that has ended since takes its count along; it had slept, so its end was one more.
+        vol += len(switches0.keys() - switches1.keys()) / minutes
         if program.polls and len(surroundings.front.answers(program.polls, since=begin)) > 0:
             raise Trouble("polled while it was to rest")
         memory = tree.memory(pids)

@@ -11,6 +11,8 @@ COLUMNS = (  # figure, heading, decimals
     ("procs", "processes", 0), ("libs", "libraries", 0), ("click", "first click ms", 1),
     ("clicks", "later clicks ms", 1), ("offer", "offer ms", 1),
 )
+# Nobody else's work takes up more of the machine while it is measured.
+CALM_PERCENT = 15
 # Those whose ratio says something.
 RATIOS = {"start", "rested", "boot_cpu", "anon", "rss", "pss", "rss_clicked", "cycle_cpu", "threads", "libs", "click",
           "clicks"}
@@ -82,6 +84,8 @@ def print_spread(results):
         if values:
             print(f"Machine busy {when}: {statistics.median(values):.0f} % in the median, {min(values):.0f} to"
                   f" {max(values):.0f} %, of {os.cpu_count()} processors.")
+            if statistics.median(values) > CALM_PERCENT:
+                print("That is too busy for the times to be relied on, also where they are good enough.")
 
 
 def print_required(found):
