@@ -8,54 +8,6 @@ namespace orvella::simulation {
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
-struct SimulatedKeyring::Reader {
-    std::coroutine_handle<> waiting;
-    std::optional<std::stop_callback<std::function<void()>>> onStop;
-
-    void resume()
-    {
-        onStop.reset();
-        if (waiting)
-            std::exchange(waiting, {}).resume();
-    }
-};
-
-/// Waits until the keyring has an answer, or the flow is stopped.
-class SimulatedKeyring::Patience final {
-public:
-    Patience(SimulatedKeyring& keyring, std::stop_token stop)
-        : m_keyring(keyring)
-        , m_stop(std::move(stop))
-    {
-    }
-
-    [[nodiscard]] bool await_ready() const noexcept
-    {
-        const bool isBusy = m_keyring.m_mood == Mood::locked || m_keyring.m_mood == Mood::slow;
-        const bool isFree = m_keyring.m_answersUntil <= m_keyring.m_clock.now();
-        return (!isBusy && isFree) || m_stop.stop_requested();
-    }
-
-    void await_suspend(std::coroutine_handle<> waiting)
-    {
-        const auto reader = std::make_shared<Reader>();
-        reader->waiting = waiting;
-        reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
-        std::erase_if(m_keyring.m_waiting, [](const auto& earlier) { return earlier.expired(); });
-        m_keyring.m_waiting.push_back(reader);
-        if (m_keyring.m_mood == Mood::locked)
-            m_keyring.m_readers.push_back(reader);
-        else
-            m_keyring.answerLater(reader);
-    }
-
-    void await_resume() const noexcept {}
-
-private:
-    SimulatedKeyring& m_keyring;
-    std::stop_token m_stop;
-};
-
 SimulatedKeyring::SimulatedKeyring(Clock& clock, Chance& chance, Journal& journal)
     : m_clock(clock)
     , m_chance(chance)
@@ -66,7 +18,8 @@ SimulatedKeyring::SimulatedKeyring(Clock& clock, Chance& chance, Journal& journa
 QCoro::Task<std::optional<Secret>> SimulatedKeyring::read(QString service, QString /*account*/, std::stop_token stop)
 {
     ++m_reading;
-    co_await Patience(*this, stop);
+    if (isBusy() && !stop.stop_requested())
+        co_await answered(stop);
     --m_reading;
     if (stop.stop_requested())
         co_return std::nullopt;
@@ -116,7 +69,8 @@ QCoro::Task<bool> SimulatedKeyring::isChanged(QString event)
     m_journal.note(event);
     const auto run = m_run;
     ++m_changing;
-    co_await Patience(*this, {});
+    if (isBusy())
+        co_await answered({});
     --m_changing;
     co_return run == m_run;
 }
@@ -128,16 +82,16 @@ void SimulatedKeyring::changeMood()
     m_mood = m_chance.pick(kMoods);
     m_journal.note(u"keyring: mood %1"_s.arg(static_cast<int>(m_mood)));
     if (m_mood != locked)
-        resumeReaders();
+        answerLocked();
 }
 
 void SimulatedKeyring::endRun()
 {
     ++m_run;
-    m_readers.clear();
+    m_locked.clear();
     for (const auto& waiting : std::exchange(m_waiting, {})) {
-        if (const auto reader = waiting.lock())
-            reader->resume();
+        if (const auto call = waiting.lock())
+            call->resume();
     }
     m_known.clear();
     m_hasFoundNothing = false;
@@ -146,6 +100,23 @@ void SimulatedKeyring::endRun()
 bool SimulatedKeyring::knows(const QByteArray& token) const
 {
     return std::ranges::any_of(m_known, [&](const auto& item) { return item.second == token; });
+}
+
+bool SimulatedKeyring::isBusy() const
+{
+    return m_mood == Mood::locked || m_mood == Mood::slow || m_answersUntil > m_clock.now();
+}
+
+HeldFlow::Wait SimulatedKeyring::answered(std::stop_token stop)
+{
+    const auto call = std::make_shared<HeldFlow>();
+    std::erase_if(m_waiting, [](const auto& earlier) { return earlier.expired(); });
+    m_waiting.push_back(call);
+    if (m_mood == Mood::locked)
+        m_locked.push_back(call);
+    else
+        answerLater(call);
+    return call->resumedOrStopped(std::move(stop));
 }
 
 std::optional<Secret> SimulatedKeyring::found(const QString& service)
@@ -159,17 +130,17 @@ std::optional<Secret> SimulatedKeyring::found(const QString& service)
     return Secret(item->second);
 }
 
-void SimulatedKeyring::resumeReaders()
+void SimulatedKeyring::answerLocked()
 {
-    for (const auto& reader : std::exchange(m_readers, {}))
-        answerLater(reader);
+    for (const auto& call : std::exchange(m_locked, {}))
+        answerLater(call);
 }
 
-void SimulatedKeyring::answerLater(const std::shared_ptr<Reader>& reader)
+void SimulatedKeyring::answerLater(const std::shared_ptr<HeldFlow>& call)
 {
     const auto pause = m_mood == Mood::slow ? m_chance.between(1ms, 9s) : 0ms;
     m_answersUntil = std::max(m_answersUntil, m_clock.now()) + pause;
-    m_clock.startAlarm(m_answersUntil - m_clock.now(), [reader] { reader->resume(); });
+    m_clock.startAlarm(m_answersUntil - m_clock.now(), [call] { call->resume(); });
 }
 
 } // namespace orvella::simulation

@@ -4,6 +4,7 @@
 #include "platform/SecretStore.h"
 #include "simulation/Chance.h"
 #include "simulation/Journal.h"
+#include "support/HeldFlow.h"
 
 #include <map>
 #include <memory>
@@ -44,15 +45,16 @@ public:
 
 private:
     enum class Mood { open, slow, locked, refusing, absent };
-    struct Reader;
-    class Patience;
 
     /// False where the program has ended meanwhile.
     QCoro::Task<bool> isChanged(QString event);
     [[nodiscard]] bool keepsChanges() const { return m_mood != Mood::refusing && m_mood != Mood::absent; }
     [[nodiscard]] std::optional<Secret> found(const QString& service);
-    void resumeReaders();
-    void answerLater(const std::shared_ptr<Reader>& reader);
+    /// Whether a call has to wait.
+    [[nodiscard]] bool isBusy() const;
+    HeldFlow::Wait answered(std::stop_token stop);
+    void answerLocked();
+    void answerLater(const std::shared_ptr<HeldFlow>& call);
 
     Clock& m_clock;
     Chance& m_chance;
@@ -60,9 +62,10 @@ private:
     Mood m_mood = Mood::open;
     std::map<QString, QByteArray> m_items;
     std::map<QString, QByteArray> m_known;
-    std::vector<std::shared_ptr<Reader>> m_readers;
-    /// Also those who are answered soon.
-    std::vector<std::weak_ptr<Reader>> m_waiting;
+    /// The calls that wait for another mood.
+    std::vector<std::shared_ptr<HeldFlow>> m_locked;
+    /// Also those that are answered soon.
+    std::vector<std::weak_ptr<HeldFlow>> m_waiting;
     /// One answer comes after the other.
     Instant m_answersUntil;
     int m_reading = 0;

@@ -1,6 +1,7 @@
 #include "simulation/SimulatedNetwork.h"
 
 #include "simulation/SimulatedService.h"
+#include "support/HeldFlow.h"
 
 #include <array>
 
@@ -29,40 +30,7 @@ Result<HttpReply> timedOut()
 struct SimulatedNetwork::Passage {
     Call call;
     Instant deadline;
-    std::coroutine_handle<> waiting;
-    std::optional<std::stop_callback<std::function<void()>>> onStop;
-
-    void resume()
-    {
-        onStop.reset();
-        if (waiting)
-            std::exchange(waiting, {}).resume();
-    }
-};
-
-/// Waits for the answer or for the stop of the flow.
-class SimulatedNetwork::Arrival final {
-public:
-    Arrival(std::shared_ptr<Passage> passage, std::stop_token stop)
-        : m_passage(std::move(passage))
-        , m_stop(std::move(stop))
-    {
-    }
-
-    [[nodiscard]] bool await_ready() const noexcept { return m_stop.stop_requested(); }
-
-    void await_suspend(std::coroutine_handle<> waiting)
-    {
-        m_passage->waiting = waiting;
-        m_passage->onStop.emplace(
-            m_stop, [passage = m_passage.get()] { std::exchange(passage->waiting, {}).resume(); });
-    }
-
-    void await_resume() const noexcept {}
-
-private:
-    std::shared_ptr<Passage> m_passage;
-    std::stop_token m_stop;
+    HeldFlow flow;
 };
 
 SimulatedNetwork::SimulatedNetwork(Clock& clock, Chance& chance, Journal& journal, SimulatedService& service)
@@ -90,7 +58,7 @@ QCoro::Task<> SimulatedNetwork::run(std::shared_ptr<Exchange> exchange, std::sto
     passage->call.request = *std::move(request);
     send(passage);
     ++m_waiting;
-    co_await Arrival(passage, stop);
+    co_await passage->flow.resumedOrStopped(stop);
     --m_waiting;
     if (stop.stop_requested())
         co_return;
@@ -202,12 +170,12 @@ void SimulatedNetwork::reachService(const std::shared_ptr<Passage>& passage, Fat
 
 void SimulatedNetwork::arrive(const std::shared_ptr<Passage>& passage, Result<HttpReply> reply, bool isTruthful)
 {
-    if (!passage->waiting)
+    if (!passage->flow.isWaiting())
         return;
     m_journal.note(u"answer to %1: %2"_s.arg(passage->call.number).arg(reply ? reply->status : -1));
     passage->call.reply = std::move(reply);
     passage->call.isTruthful = isTruthful;
-    passage->resume();
+    passage->flow.resume();
 }
 
 /// Passes also while the machine is suspended: an answer then waits for it, as far as anybody can tell.

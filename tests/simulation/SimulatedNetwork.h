@@ -52,7 +52,6 @@ public:
 
 private:
     struct Passage;
-    class Arrival;
     enum class Fate { delivered, lostOnTheWay, lostOnTheWayBack, cut, garbled, answeredBySomebodyElse, silent };
 
     [[nodiscard]] Fate chooseFate();

@@ -34,51 +34,11 @@ void FakeSettings::setInteger(const QString& key, qint64 value)
     writes.append(key);
 }
 
-struct FakeSecrets::Reader {
-    std::coroutine_handle<> waiting;
-    std::optional<std::stop_callback<std::function<void()>>> onStop;
-
-    void resume()
-    {
-        onStop.reset();
-        if (waiting)
-            std::exchange(waiting, {}).resume();
-    }
-};
-
-class FakeSecrets::Unlocked final {
-public:
-    Unlocked(FakeSecrets& store, bool isNeeded, std::stop_token stop)
-        : m_store(store)
-        , m_isNeeded(isNeeded)
-        , m_stop(std::move(stop))
-    {
-    }
-
-    [[nodiscard]] bool await_ready() const noexcept { return !m_isNeeded || m_stop.stop_requested(); }
-
-    void await_suspend(std::coroutine_handle<> waiting)
-    {
-        const auto reader = std::make_shared<Reader>();
-        m_store.m_readers.push_back(reader);
-        reader->waiting = waiting;
-        if (m_store.ignoresStops)
-            return;
-        reader->onStop.emplace(m_stop, [reader = reader.get()] { std::exchange(reader->waiting, {}).resume(); });
-    }
-
-    void await_resume() const noexcept {}
-
-private:
-    FakeSecrets& m_store;
-    bool m_isNeeded;
-    std::stop_token m_stop;
-};
-
 QCoro::Task<std::optional<Secret>> FakeSecrets::read(QString service, QString account, std::stop_token stop)
 {
     operations.append(QStringLiteral("read ") + service);
-    co_await Unlocked(*this, isLocked, stop);
+    if (isLocked && !stop.stop_requested())
+        co_await unlocked(ignoresStops ? std::stop_token() : stop);
     if (stop.stop_requested())
         co_return std::nullopt;
     for (const auto& item : m_items) {
@@ -101,7 +61,8 @@ QCoro::Task<SecretStore::Finding> FakeSecrets::look(QString service, QString acc
 QCoro::Task<> FakeSecrets::add(QString service, QString account, Secret value)
 {
     operations.append(QStringLiteral("add ") + service);
-    co_await Unlocked(*this, writesWait, {});
+    if (writesWait)
+        co_await unlocked({});
     if (!refusesWrites)
         m_items.push_back({service, account, value.reveal()});
     co_return;
@@ -110,7 +71,8 @@ QCoro::Task<> FakeSecrets::add(QString service, QString account, Secret value)
 QCoro::Task<> FakeSecrets::remove(QString service, QString account)
 {
     operations.append(QStringLiteral("remove ") + service);
-    co_await Unlocked(*this, writesWait, {});
+    if (writesWait)
+        co_await unlocked({});
     if (!refusesWrites)
         std::erase_if(m_items, [&](const Item& item) { return item.service == service && item.account == account; });
     co_return;
@@ -134,8 +96,13 @@ void FakeSecrets::put(const QString& service, const QByteArray& value)
 void FakeSecrets::unlock()
 {
     isLocked = false;
-    for (const auto& reader : std::exchange(m_readers, {}))
-        reader->resume();
+    for (const auto& call : std::exchange(m_waiting, {}))
+        call->resume();
+}
+
+HeldFlow::Wait FakeSecrets::unlocked(std::stop_token stop)
+{
+    return m_waiting.emplace_back(std::make_shared<HeldFlow>())->resumedOrStopped(std::move(stop));
 }
 
 Result<void> FakeLoginItem::registerItem()

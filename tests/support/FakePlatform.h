@@ -16,6 +16,7 @@
 #include "platform/ViewerLocale.h"
 #include "platform/WindowSystem.h"
 #include "support/FakeClock.h"
+#include "support/HeldFlow.h"
 
 #include "base/Json.h"
 
@@ -72,11 +73,10 @@ public:
     QStringList operations;
 
 private:
-    struct Reader;
-    class Unlocked;
+    HeldFlow::Wait unlocked(std::stop_token stop);
 
     std::vector<Item> m_items;
-    std::vector<std::shared_ptr<Reader>> m_readers;
+    std::vector<std::shared_ptr<HeldFlow>> m_waiting;
 };
 
 class FakeLoginItem final : public LoginItem {

@@ -1,6 +1,7 @@
 #include "support/FakeTransport.h"
 
 #include "api/Endpoints.h"
+#include "support/HeldFlow.h"
 #include "support/Samples.h"
 
 #include <QCoreApplication>
@@ -14,44 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 struct FakeTransport::Held {
     std::optional<Result<HttpReply>> reply;
-    std::coroutine_handle<> waiting;
-    std::optional<std::stop_callback<std::function<void()>>> onStop;
-
-    void resume()
-    {
-        onStop.reset();
-        if (waiting)
-            std::exchange(waiting, {}).resume();
-    }
+    HeldFlow call;
 };
-
-namespace {
-
-/// Waits until the held call is answered or the flow is stopped.
-template <class Held> class Answered final {
-public:
-    Answered(std::shared_ptr<Held> held, std::stop_token stop)
-        : m_held(std::move(held))
-        , m_stop(std::move(stop))
-    {
-    }
-
-    [[nodiscard]] bool await_ready() const noexcept { return m_held->reply || m_stop.stop_requested(); }
-
-    void await_suspend(std::coroutine_handle<> waiting)
-    {
-        m_held->waiting = waiting;
-        m_held->onStop.emplace(m_stop, [held = m_held.get()] { std::exchange(held->waiting, {}).resume(); });
-    }
-
-    void await_resume() const noexcept {}
-
-private:
-    std::shared_ptr<Held> m_held;
-    std::stop_token m_stop;
-};
-
-} // namespace
 
 std::optional<QByteArray> SentRequest::header(const QByteArray& name) const
 {
@@ -66,14 +31,14 @@ FakeTransport::HeldReply::HeldReply(std::shared_ptr<Held> held)
 
 bool FakeTransport::HeldReply::isAwaited() const
 {
-    return static_cast<bool>(m_held->waiting);
+    return m_held->call.isWaiting();
 }
 
 void FakeTransport::HeldReply::give(Result<HttpReply> reply)
 {
     m_held->reply = std::move(reply);
     const auto held = m_held;
-    held->resume();
+    held->call.resume();
     QCoreApplication::sendPostedEvents();
 }
 
@@ -101,7 +66,8 @@ QCoro::Task<> FakeTransport::run(std::shared_ptr<Exchange> exchange, std::stop_t
             Qt::QueuedConnection);
     }
     ++m_waiting;
-    co_await Answered(held, stop);
+    if (!held->reply)
+        co_await held->call.resumedOrStopped(stop);
     --m_waiting;
     if (!stop.stop_requested())
         exchange->receive(*held->reply);
