@@ -88,11 +88,11 @@ void SimulatedKeyring::changeMood()
 void SimulatedKeyring::endRun()
 {
     ++m_run;
-    m_locked.clear();
     for (const auto& waiting : std::exchange(m_waiting, {})) {
         if (const auto call = waiting.lock())
             call->resume();
     }
+    m_locked.clear();
     m_known.clear();
     m_hasFoundNothing = false;
 }
