@@ -108,7 +108,8 @@ void Life::start()
     step();
 }
 
-/// As abruptly as a process ends: nothing is asked whether it minds.
+/// As a program that is told to end: everything that belongs to it is taken down in order, at a moment that nothing
+/// has chosen. A process that is killed is another test's matter.
 void Life::stop()
 {
     if (!m_run)
