@@ -33,20 +33,12 @@ struct Life::Run {
     Run(Life& life, const QString& settingsPath)
         : found(ViewerSettings::read(contents(settingsPath)))
         , settings(settingsPath)
-        , delegate(platform(life), life.m_network)
+        , delegate(life.m_desktop.lend(life.m_programClock, settings, life.m_keyring), life.m_network)
     {
         delegate.applicationDidFinishLaunching();
         rules = std::make_unique<Rules>(Rules::World {life.m_clock, life.m_journal, life.m_network, life.m_service,
                                             life.m_keyring, life.m_desktop, life.m_programClock},
             delegate.controller()->state(), found, [settingsPath] { return contents(settingsPath); });
-    }
-
-    [[nodiscard]] Platform platform(Life& life)
-    {
-        auto& desktop = life.m_desktop;
-        return {life.m_programClock, settings, life.m_keyring, desktop.loginItem, desktop.locale, desktop.device,
-            desktop.applications, desktop.browser, desktop.statusItem, desktop.windows, desktop.look,
-            desktop.foreground, desktop.updater, desktop.report, desktop.proxies};
     }
 
     ViewerSettings found;

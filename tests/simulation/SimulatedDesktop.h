@@ -8,7 +8,7 @@ namespace orvella::simulation {
 
 /// The desktop that the program runs on: its bar and screens come and go, other programs run, the screen is locked or
 /// covered, the login item is refused.
-class SimulatedDesktop final {
+class SimulatedDesktop final : public FakeDesktop {
 public:
     SimulatedDesktop(Chance& chance, Journal& journal);
 
@@ -22,19 +22,6 @@ public:
 
     /// A part of every name and identifier of an application.
     static constexpr QLatin1String kApplicationMark {"Zq7xWv8kPj3m"};
-
-    FakeLoginItem loginItem;
-    FakeLocale locale;
-    FakeDevice device;
-    FakeApplications applications;
-    FakeBrowser browser;
-    FakeStatusItem statusItem;
-    FakeWindows windows;
-    FakeLook look;
-    FakeForeground foreground;
-    FakeUpdater updater;
-    FakeReport report;
-    FakeProxies proxies;
 
 private:
     void changeApplications();

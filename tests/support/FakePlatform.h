@@ -250,11 +250,8 @@ private:
     mutable std::vector<QUrl> m_questions;
 };
 
-/// Every service of the system, under the test's control.
-struct FakePlatform {
-    FakeClock clock;
-    FakeSettings settings;
-    FakeSecrets secrets;
+/// Every service of the system except for time and what is stored, under the test's control.
+struct FakeDesktop {
     FakeLoginItem loginItem;
     FakeLocale locale;
     FakeDevice device;
@@ -268,11 +265,21 @@ struct FakePlatform {
     FakeReport report;
     FakeProxies proxies;
 
-    [[nodiscard]] Platform lend()
+    /// Together with these, a whole system.
+    [[nodiscard]] Platform lend(Clock& clock, SettingsStore& settings, SecretStore& secrets)
     {
         return {clock, settings, secrets, loginItem, locale, device, applications, browser, statusItem, windows, look,
             foreground, updater, report, proxies};
     }
+};
+
+/// Every service of the system, under the test's control.
+struct FakePlatform : FakeDesktop {
+    FakeClock clock;
+    FakeSettings settings;
+    FakeSecrets secrets;
+
+    [[nodiscard]] Platform lend() { return FakeDesktop::lend(clock, settings, secrets); }
 };
 
 } // namespace orvella
