@@ -1,7 +1,9 @@
 #include "simulation/Life.h"
+#include "support/SecretForms.h"
 
 #include <QDirIterator>
 #include <QLoggingCategory>
+#include <QSet>
 #include <QTemporaryFile>
 #include <QTest>
 
@@ -49,24 +51,10 @@ private:
     std::vector<std::pair<int, int>> m_before;
 };
 
-/// What must not be found where it does not belong, in every form in which it may have got there, also as a part.
-QByteArrayList formsOf(const QByteArray& secret)
+/// What must not be found where it does not belong; what writes it may have changed its letters before.
+QByteArrayList formsInBothCases(const QByteArray& secret)
 {
-    const auto wide = QString::fromLatin1(secret);
-    QByteArrayList forms {secret, secret.toLower(), secret.toHex(),
-        QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2)};
-    // What is before and after it decides how it falls into groups of three; the characters at the edges depend on
-    // that.
-    for (qsizetype before = 0; before < 3; ++before) {
-        const auto text = (QByteArray(before, 'x') + secret).toBase64(QByteArray::OmitTrailingEquals);
-        forms.append(text.sliced(before == 0 ? 0 : before + 1).chopped(2));
-    }
-    return forms;
-}
-
-bool holds(const QByteArray& text, const QByteArrayList& forms)
-{
-    return std::ranges::any_of(forms, [&](const QByteArray& form) { return text.contains(form); });
+    return formsOf(secret) + formsOf(secret.toLower());
 }
 
 /// What the service knows.
@@ -93,6 +81,7 @@ private Q_SLOTS:
         QCOMPARE(m_brokenRules, QStringList());
         QVERIFY2(m_requests.size() > 1000, "So few requests say nothing.");
         QVERIFY2(m_reports.size() > 10, "So few reports say nothing.");
+        QVERIFY2(m_files.size() > 10, "So few files say nothing.");
         QVERIFY2(!m_output.isEmpty(), "Qt is to say what it likes.");
     }
 
@@ -105,6 +94,7 @@ private Q_SLOTS:
         QTest::newRow("as it is") << secret;
         QTest::newRow("in lower case") << secret.toLower();
         QTest::newRow("hexadecimal") << secret.toHex();
+        QTest::newRow("percent-encoded") << "%" + secret.toHex('%').toUpper();
         QTest::newRow("UTF-16") << QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2);
         for (int before = 0; before < 3; ++before)
             QTest::addRow("Base64, %d before", before) << (QByteArray(before, '-') + secret).toBase64();
@@ -114,32 +104,32 @@ private Q_SLOTS:
     {
         QFETCH(const QByteArray, text);
 
-        QVERIFY(holds(text, m_tokenForms));
-        QVERIFY(!holds("Bearer something else", m_tokenForms));
+        QVERIFY(containsAnyForm(text, m_tokenForms));
+        QVERIFY(!containsAnyForm("Bearer something else", m_tokenForms));
     }
 
     void nothingThatIsWrittenHoldsTheToken()
     {
         for (const auto& text : written())
-            QVERIFY2(!holds(text, m_tokenForms), text.left(2000).constData());
+            QVERIFY2(!containsAnyForm(text, m_tokenForms), text.left(2000).constData());
     }
 
     void nothingThatIsWrittenHoldsTheNameOfAnApplication()
     {
         for (const auto& text : written())
-            QVERIFY2(!holds(text, m_applicationForms), text.left(2000).constData());
+            QVERIFY2(!containsAnyForm(text, m_applicationForms), text.left(2000).constData());
     }
 
     void theTokenIsSentInItsHeaderOnly()
     {
         qint64 authorized = 0;
         for (const auto& request : m_requests) {
-            QVERIFY(!holds(request.url.toEncoded() + request.body, m_tokenForms));
+            QVERIFY(!containsAnyForm(request.url.toEncoded() + request.body, m_tokenForms));
             for (const auto& [name, value] : request.headers) {
                 if (name == "authorization")
                     ++authorized;
                 else
-                    QVERIFY2(!holds(value, m_tokenForms), name.constData());
+                    QVERIFY2(!containsAnyForm(value, m_tokenForms), name.constData());
             }
         }
         QVERIFY(authorized > 1000);
@@ -148,9 +138,9 @@ private Q_SLOTS:
     void noNameOfAnApplicationIsSent()
     {
         for (const auto& request : m_requests) {
-            QVERIFY(!holds(request.url.toEncoded() + request.body, m_applicationForms));
+            QVERIFY(!containsAnyForm(request.url.toEncoded() + request.body, m_applicationForms));
             for (const auto& [name, value] : request.headers)
-                QVERIFY2(!holds(value, m_applicationForms), name.constData());
+                QVERIFY2(!containsAnyForm(value, m_applicationForms), name.constData());
         }
     }
 
@@ -177,25 +167,32 @@ private:
         Life life(seed, Journal::Telling::whenBroken);
         life.network().captured = [this](const HttpRequest& request) { m_requests.push_back(request); };
         life.viewer().reported = [this](const QString& report) { m_reports.append(report.toUtf8()); };
+        life.journal().heard = [this, &life](const QString& /*event*/) { readFiles(life.folder()); };
         life.live(std::chrono::days(7));
         life.end();
+        readFiles(life.folder());
         if (life.journal().isBroken())
             m_brokenRules.append(life.journal().brokenRule());
-        QDirIterator files(life.folder(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    }
+
+    /// Whatever stands there now, also if it goes again.
+    void readFiles(const QString& folder)
+    {
+        QDirIterator files(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
             if (file.open(QFile::ReadOnly))
-                m_files.append(file.fileName().toUtf8() + file.readAll());
+                m_files.insert(file.fileName().toUtf8() + file.readAll());
         }
     }
 
-    [[nodiscard]] QByteArrayList written() const { return QByteArrayList {m_output} + m_reports + m_files; }
+    [[nodiscard]] QByteArrayList written() const { return QByteArrayList {m_output} + m_reports + m_files.values(); }
 
-    const QByteArrayList m_tokenForms = formsOf(SimulatedService::kTokenMark.data());
-    const QByteArrayList m_applicationForms = formsOf(SimulatedDesktop::kApplicationMark.data());
+    const QByteArrayList m_tokenForms = formsInBothCases(SimulatedService::kTokenMark.data());
+    const QByteArrayList m_applicationForms = formsInBothCases(SimulatedDesktop::kApplicationMark.data());
     std::vector<HttpRequest> m_requests;
     QByteArrayList m_reports;
-    QByteArrayList m_files;
+    QSet<QByteArray> m_files;
     QByteArray m_output;
     QStringList m_brokenRules;
 };
