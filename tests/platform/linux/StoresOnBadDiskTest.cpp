@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <functional>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
@@ -19,16 +20,65 @@ using Lasting = FaultyCalls::Lasting;
 
 const auto kAccount = u"default"_s;
 
-/// The number after a first round that met no fault and was the last.
-constexpr int kWithoutAFault = 2;
+/// What fails, one row of a test.
+struct Fault {
+    QByteArray call;
+    int error = 0;
+    Lasting lasting = Lasting::once;
+
+    /// A signal came in between, so that nothing is amiss with the disk.
+    [[nodiscard]] bool isSignal() const { return error == EINTR; }
+};
+
+/// One round of a test, in which the fault is met once at the most.
+class Round final {
+public:
+    Round(const Fault& fault, int number)
+        : m_fault(fault)
+        , m_number(number)
+    {
+    }
+
+    /// Does something on the bad disk.
+    void onBadDisk(const std::function<void()>& action)
+    {
+        const FaultyCalls faulty(m_fault.call, m_number, m_fault.error, m_fault.lasting);
+        action();
+        m_hasFailed = faulty.hasFailed();
+    }
+
+    [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
+
+    /// Whether what was done has to have come through.
+    [[nodiscard]] bool isHarmless() const { return m_fault.isSignal() || !m_hasFailed; }
+
+private:
+    const Fault& m_fault;
+    int m_number;
+    bool m_hasFailed = false;
+};
+
+/// Plays rounds with the fault of this row at each occurrence of its call, until one meets none.
+void atEveryOccurrence(const std::function<void(Round&)>& play)
+{
+    QFETCH(const Fault, fault);
+    for (int number = 1;; ++number) {
+        Round round(fault, number);
+        play(round);
+        if (QTest::currentTestFailed())
+            return;
+        if (round.hasFailed())
+            continue;
+        QVERIFY2(number > 1, "The call is not made.");
+        return;
+    }
+}
 
 /// Each of these calls with each error that a disk or a signal gives it. A test names the calls that it comes to, all
 /// of them, and sees to it that they are met.
 void addFaults(const QByteArrayList& calls)
 {
-    QTest::addColumn<QByteArray>("call");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<Lasting>("lasting");
+    QTest::addColumn<Fault>("fault");
     const std::vector<std::pair<const char*, std::vector<int>>> faults {
         {"open", {EIO, EMFILE, EINTR}},
         {"stat", {EIO, EACCES}},
@@ -46,9 +96,9 @@ void addFaults(const QByteArrayList& calls)
     for (const auto& [call, errors] : faults) {
         for (const auto error : calls.contains(call) ? errors : std::vector<int>()) {
             const auto* const name = ::strerrorname_np(error);
-            QTest::addRow("%s: %s once", call, name) << QByteArray(call) << error << Lasting::once;
+            QTest::addRow("%s: %s once", call, name) << Fault {call, error, Lasting::once};
             if (error != EINTR)
-                QTest::addRow("%s: %s from then on", call, name) << QByteArray(call) << error << Lasting::everAfter;
+                QTest::addRow("%s: %s from then on", call, name) << Fault {call, error, Lasting::everAfter};
         }
     }
 }
@@ -57,8 +107,8 @@ void addFaults(const QByteArrayList& calls)
 void addFaultsOfReading(const QByteArrayList& calls)
 {
     addFaults(calls);
-    QTest::newRow("open: EACCES once") << QByteArray("open") << EACCES << Lasting::once;
-    QTest::newRow("open: EACCES from then on") << QByteArray("open") << EACCES << Lasting::everAfter;
+    QTest::newRow("open: EACCES once") << Fault {"open", EACCES, Lasting::once};
+    QTest::newRow("open: EACCES from then on") << Fault {"open", EACCES, Lasting::everAfter};
 }
 
 QStringList entriesOf(const QString& folder)
@@ -80,26 +130,16 @@ private Q_SLOTS:
 
     void aChangeIsMadeOrNotAndTheNextOneIs()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const auto path = folder.filePath(u"orvella/settings.json"_s);
             FileSettingsStore {path}.setBoolean(u"anonymousMode"_s, false);
             FileSettingsStore store(path);
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
-                store.setBoolean(u"autoOpenAds"_s, true);
-                hasFailed = faulty.hasFailed();
-            }
+            round.onBadDisk([&] { store.setBoolean(u"autoOpenAds"_s, true); });
 
             QCOMPARE(store.boolean(u"autoOpenAds"_s), true);
             QCOMPARE(FileSettingsStore(path).boolean(u"anonymousMode"_s), false);
-            if (error == EINTR || !hasFailed)
+            if (round.isHarmless())
                 QCOMPARE(FileSettingsStore(path).boolean(u"autoOpenAds"_s), true);
             store.setBoolean(u"showLaunchWindowAtStartup"_s, false);
             const FileSettingsStore next(path);
@@ -107,34 +147,27 @@ private Q_SLOTS:
             QCOMPARE(next.boolean(u"autoOpenAds"_s), true);
             QCOMPARE(next.boolean(u"showLaunchWindowAtStartup"_s), false);
             QVERIFY(entriesOf(folder.filePath(u"orvella"_s)).filter(u"settings.json.unreadable"_s).size() <= 1);
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void anonymousModeIsNotTurnedOffByAFileThatCannotBeRead_data() { aChangeIsMadeOrNotAndTheNextOneIs_data(); }
 
     void anonymousModeIsNotTurnedOffByAFileThatCannotBeRead()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const auto path = folder.filePath(u"settings.json"_s);
             FileSettingsStore {path}.setBoolean(u"anonymousMode"_s, true);
             std::optional<FileSettingsStore> store;
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
+            std::optional<bool> found;
+            round.onBadDisk([&] {
                 store.emplace(path);
-                QVERIFY(store->boolean(u"anonymousMode"_s) != false);
+                found = store->boolean(u"anonymousMode"_s);
                 store->setBoolean(u"autoOpenAds"_s, true);
-                hasFailed = faulty.hasFailed();
-            }
+            });
             store->setBoolean(u"ageConfirmed"_s, true);
 
+            QVERIFY(found != false);
             const FileSettingsStore next(path);
             const FileSettingsStore aside(path + u".unreadable-1"_s);
             const auto kept = QFile::exists(path + u".unreadable-1"_s) ? aside.boolean(u"anonymousMode"_s)
@@ -143,8 +176,7 @@ private Q_SLOTS:
             QVERIFY(next.boolean(u"anonymousMode"_s) != false);
             QCOMPARE(next.boolean(u"autoOpenAds"_s), true);
             QCOMPARE(next.boolean(u"ageConfirmed"_s), true);
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void anUnreadableFileIsKeptWhateverFails_data()
@@ -155,24 +187,14 @@ private Q_SLOTS:
 
     void anUnreadableFileIsKeptWhateverFails()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const auto path = folder.filePath(u"settings.json"_s);
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
             file.close();
             FileSettingsStore store(path);
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
-                store.setBoolean(u"autoOpenAds"_s, true);
-                hasFailed = faulty.hasFailed();
-            }
+            round.onBadDisk([&] { store.setBoolean(u"autoOpenAds"_s, true); });
             store.setBoolean(u"ageConfirmed"_s, true);
 
             QFile aside(path + u".unreadable-1"_s);
@@ -180,8 +202,7 @@ private Q_SLOTS:
             QCOMPARE(aside.readAll(), "mine");
             QCOMPARE(FileSettingsStore(path).boolean(u"autoOpenAds"_s), true);
             QCOMPARE(entriesOf(folder.path()).size(), 2);
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void aSecretIsWrittenOrNotAndTheOthersStay_data()
@@ -191,13 +212,7 @@ private Q_SLOTS:
 
     void aSecretIsWrittenOrNotAndTheOthersStay()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const SecretFile secrets(folder.filePath(u"state"_s));
             QVERIFY(secrets.put(u"other"_s, kAccount, Secret("other-token")));
@@ -205,21 +220,16 @@ private Q_SLOTS:
             // So that each of its calls is made.
             QFile::setPermissions(folder.filePath(u"state"_s), QFile::Permissions(0x7755));
             auto isDone = false;
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
-                isDone = secrets.put(u"ours"_s, kAccount, Secret("new-token"));
-                hasFailed = faulty.hasFailed();
-            }
+            round.onBadDisk([&] { isDone = secrets.put(u"ours"_s, kAccount, Secret("new-token")); });
 
             QCOMPARE(secrets.read(u"other"_s, kAccount), Secret("other-token"));
             const auto ours = secrets.read(u"ours"_s, kAccount);
             QVERIFY(ours == Secret("new-token") || (!isDone && ours == Secret("old-token")));
-            QVERIFY(isDone || (hasFailed && error != EINTR));
+            QVERIFY(isDone || !round.isHarmless());
             QVERIFY(secrets.put(u"ours"_s, kAccount, Secret("newer-token")));
             QCOMPARE(secrets.read(u"ours"_s, kAccount), Secret("newer-token"));
             QCOMPARE(entriesOf(folder.filePath(u"state"_s)), QStringList {u"secrets.json"_s});
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void aFirstChangeMakesItsFolderOrNotAndTheNextOneDoes_data()
@@ -229,30 +239,19 @@ private Q_SLOTS:
 
     void aFirstChangeMakesItsFolderOrNotAndTheNextOneDoes()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const auto path = folder.filePath(u"config/orvella/settings.json"_s);
             FileSettingsStore store(path);
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
-                store.setBoolean(u"anonymousMode"_s, false);
-                hasFailed = faulty.hasFailed();
-            }
+            round.onBadDisk([&] { store.setBoolean(u"anonymousMode"_s, false); });
 
-            if (error == EINTR || !hasFailed)
+            if (round.isHarmless())
                 QCOMPARE(FileSettingsStore(path).boolean(u"anonymousMode"_s), false);
             store.setBoolean(u"autoOpenAds"_s, true);
             QCOMPARE(FileSettingsStore(path).boolean(u"anonymousMode"_s), false);
             QCOMPARE(FileSettingsStore(path).boolean(u"autoOpenAds"_s), true);
             QCOMPARE(entriesOf(folder.filePath(u"config/orvella"_s)), QStringList {u"settings.json"_s});
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void aFirstSecretMakesItsFolderOrNotAndTheNextOneDoes_data()
@@ -262,38 +261,25 @@ private Q_SLOTS:
 
     void aFirstSecretMakesItsFolderOrNotAndTheNextOneDoes()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
-
-        auto hasFailed = true;
-        auto number = 1;
-        for (; hasFailed; ++number) {
+        atEveryOccurrence([](Round& round) {
             const QTemporaryDir folder;
             const SecretFile secrets(folder.filePath(u"state/orvella"_s));
             auto isDone = false;
-            {
-                const FaultyCalls faulty(call, number, error, lasting);
-                isDone = secrets.put(u"ours"_s, kAccount, Secret("token"));
-                hasFailed = faulty.hasFailed();
-            }
+            round.onBadDisk([&] { isDone = secrets.put(u"ours"_s, kAccount, Secret("token")); });
 
-            QVERIFY(isDone || (hasFailed && error != EINTR));
+            QVERIFY(isDone || !round.isHarmless());
             QVERIFY(!isDone || secrets.read(u"ours"_s, kAccount) == Secret("token"));
             QVERIFY(secrets.put(u"ours"_s, kAccount, Secret("newer-token")));
             QCOMPARE(secrets.read(u"ours"_s, kAccount), Secret("newer-token"));
             QCOMPARE(entriesOf(folder.filePath(u"state/orvella"_s)), QStringList {u"secrets.json"_s});
-        }
-        QVERIFY(number > kWithoutAFault);
+        });
     }
 
     void aSignalInBetweenDoesNotMakeASecondProgramTheFirst_data() { addFaults({"open", "flock"}); }
 
     void aSignalInBetweenDoesNotMakeASecondProgramTheFirst()
     {
-        QFETCH(const QByteArray, call);
-        QFETCH(const int, error);
-        QFETCH(const Lasting, lasting);
+        QFETCH(const Fault, fault);
 
         const QTemporaryDir folder;
         InstanceLock first(folder.filePath(u"lock"_s));
@@ -301,13 +287,13 @@ private Q_SLOTS:
         InstanceLock second(folder.filePath(u"lock"_s));
         auto isFirst = false;
         {
-            const FaultyCalls faulty(call, 1, error, lasting);
+            const FaultyCalls faulty(fault.call, 1, fault.error, fault.lasting);
             isFirst = second.take();
             QVERIFY(faulty.hasFailed());
         }
 
         // Where the lock cannot be had at all, nothing tells the two apart.
-        QCOMPARE(isFirst, error != EINTR);
+        QCOMPARE(isFirst, !fault.isSignal());
     }
 };
 
