@@ -54,6 +54,18 @@ QStringList Corpus::filesIn(const QString& folder)
     return names;
 }
 
+QStringList Corpus::hostileStrings()
+{
+    const auto name = u"strings/blns-part.json"_s;
+    const auto table = json(name);
+    QStringList strings;
+    for (const auto& entry : *table.array())
+        strings.append(*entry.string());
+    if (strings.size() <= 100)
+        qFatal("There are too few strings in %s.", qUtf8Printable(name));
+    return strings;
+}
+
 const Json& Corpus::member(const Json& record, const QString& key)
 {
     static const Json kNone;

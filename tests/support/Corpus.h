@@ -20,6 +20,9 @@ public:
     /// The names of the files in a folder; there is at least one.
     [[nodiscard]] static QStringList filesIn(const QString& folder);
 
+    /// Strings that are known to break programs; there are more than a hundred.
+    [[nodiscard]] static QStringList hostileStrings();
+
     /// A member of a record; null where there is none.
     [[nodiscard]] static const Json& member(const Json& record, const QString& key);
     /// A member that is a text; empty where there is none.
