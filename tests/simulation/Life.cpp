@@ -36,7 +36,7 @@ struct Life::Run {
         , delegate(life.m_desktop.lend(life.m_programClock, settings, life.m_keyring), life.m_network)
     {
         delegate.applicationDidFinishLaunching();
-        rules = std::make_unique<Rules>(Rules::World {life.m_clock, life.m_journal, life.m_network, life.m_service,
+        rules = std::make_unique<Rules>(World {life.m_clock, life.m_journal, life.m_network, life.m_service,
                                             life.m_keyring, life.m_desktop, life.m_programClock},
             delegate.controller()->state(), found, [settingsPath] { return contents(settingsPath); });
     }

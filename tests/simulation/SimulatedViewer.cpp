@@ -66,7 +66,7 @@ SimulatedViewer::SimulatedViewer(Chance& chance, Journal& journal, SimulatedDesk
 
 std::chrono::milliseconds SimulatedViewer::nextPause()
 {
-    if (Rules::panel())
+    if (ViewRules::panel())
         return m_isPatient ? m_chance.between(1s, 90s) : m_chance.between(10ms, 20s);
     if (shown(u"menuPanel"_s) || shown(u"launchWindow"_s))
         return m_chance.between(100ms, 2min);
@@ -75,7 +75,7 @@ std::chrono::milliseconds SimulatedViewer::nextPause()
 
 void SimulatedViewer::act(AppDelegate& program, Rules& rules)
 {
-    if (Rules::panel() && !m_chance.oneIn(3)) {
+    if (ViewRules::panel() && !m_chance.oneIn(3)) {
         actOnPanel(rules);
         return;
     }
