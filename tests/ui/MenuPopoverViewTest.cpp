@@ -1,71 +1,15 @@
-#include "ui/MenuPopoverView.h"
+#include "ui/MenuWorld.h"
 
-#include "api/Endpoints.h"
-#include "core/AppState.h"
-#include "support/FakePlatform.h"
-#include "support/FakeTransport.h"
-#include "support/Samples.h"
-
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QLabel>
 #include <QLayout>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
+
+#include <algorithm>
 
 using namespace orvella;
-using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QString kAnonymousHelp = u"Turn off Anonymous mode to enable category signals."_s;
-const QString kAgeHelp = u"Confirm you are 18 or older before enabling category signals."_s;
-
-struct World {
-    FakePlatform platform;
-    FakeTransport transport;
-    std::unique_ptr<AppState> state;
-    Look look {platform.look};
-    std::unique_ptr<MenuPopoverView> view;
-    int adsShown = 0;
-    int checks = 0;
-
-    explicit World(const std::map<QString, Json>& settings = {})
-    {
-        platform.settings.values = settings;
-        platform.settings.values.emplace(u"didConfigureLaunchAtLogin"_s, true);
-        transport.answerEverything();
-        state = std::make_unique<AppState>(platform.lend(), transport);
-        view = std::make_unique<MenuPopoverView>(
-            look, *state, platform.lend(), MenuPopoverView::Actions {[this] { ++adsShown; }, [this] { ++checks; }});
-        view->show();
-        settle();
-    }
-
-    [[nodiscard]] QString text(const QString& name) const
-    {
-        const auto* const label = view->findChild<QLabel*>(name);
-        return label ? label->text() : QString();
-    }
-
-    [[nodiscard]] QAbstractButton* button(const QString& name) const { return view->findChild<QAbstractButton*>(name); }
-
-    [[nodiscard]] bool has(const QString& name) const { return view->findChild<QWidget*>(name) != nullptr; }
-
-    void click(const QString& name)
-    {
-        QTest::mouseClick(button(name), Qt::LeftButton);
-        settle();
-    }
-
-    void offer()
-    {
-        state->availableAd = anAd();
-        settle();
-    }
-};
 
 /// The words of a view in the order in which they stand on it.
 QStringList wordsFromTop(const QWidget& view)
@@ -88,15 +32,16 @@ QStringList wordsFromTop(const QWidget& view)
 
 } // namespace
 
+/// What the menu shows, and where.
 class MenuPopoverViewTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIs340By540Points() { QCOMPARE(World().view->size(), QSize(340, 540)); }
+    void itIs340By540Points() { QCOMPARE(MenuWorld().view->size(), QSize(340, 540)); }
 
     void everythingStandsInItsOrder()
     {
-        World world;
+        MenuWorld world;
         world.state->verificationUri = u"https://service.test/activate"_s;
         world.state->paidCents = 4000;
         world.state->lastEarnedCents = 12.5;
@@ -116,7 +61,7 @@ private Q_SLOTS:
 
     void theBalancesAreThoseOfTheState()
     {
-        World world;
+        MenuWorld world;
         world.state->availableCents = 637;
         world.state->pendingCents = 175;
         world.state->lifetimeCents = 4812;
@@ -130,7 +75,7 @@ private Q_SLOTS:
 
     void whatChangedWhileItWasClosedIsThereWhenItOpens()
     {
-        World world;
+        MenuWorld world;
         world.view->hide();
         world.state->pendingCents = 1234;
         world.state->lastError = u"no network"_s;
@@ -156,7 +101,7 @@ private Q_SLOTS:
     {
         QFETCH(const qint64, cents);
         QFETCH(const QString, shown);
-        World world;
+        MenuWorld world;
 
         world.state->paidCents = cents;
         settle();
@@ -165,11 +110,11 @@ private Q_SLOTS:
         QCOMPARE(world.text(u"paidOut"_s), shown);
     }
 
-    void withoutAnAdInThisRunThereIsNoLastAd() { QVERIFY(!World().has(u"lastAd"_s)); }
+    void withoutAnAdInThisRunThereIsNoLastAd() { QVERIFY(!MenuWorld().has(u"lastAd"_s)); }
 
     void theLastAdIsShownInWholeCentsWithTheExactOnesBesides()
     {
-        World world;
+        MenuWorld world;
 
         world.state->lastEarnedCents = 12.5;
         settle();
@@ -183,7 +128,7 @@ private Q_SLOTS:
 
     void theLinkLeadsToThePageUntilTheDeviceIsLinked()
     {
-        World world;
+        MenuWorld world;
         world.state->verificationUri = u"https://service.test/activate?code=KX4M"_s;
         settle();
         QCOMPARE(world.text(u"linked"_s), u"Link pending"_s);
@@ -199,7 +144,7 @@ private Q_SLOTS:
 
     void theKeyboardGoesFromTopToBottomAlsoAroundAnOffer()
     {
-        World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}});
+        MenuWorld world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}});
         world.state->verificationUri = u"https://service.test/activate"_s;
         world.offer();
 
@@ -228,7 +173,7 @@ private Q_SLOTS:
     void anAddressThatIsNoneShowsNoLink()
     {
         QFETCH(const QString, address);
-        World world;
+        MenuWorld world;
 
         world.state->verificationUri = address;
         settle();
@@ -238,7 +183,7 @@ private Q_SLOTS:
 
     void anOfferComesAndGoesWhileTheMenuIsOpen()
     {
-        World world;
+        MenuWorld world;
         QVERIFY(!world.has(u"offer"_s));
 
         world.offer();
@@ -254,7 +199,7 @@ private Q_SLOTS:
 
     void theOffersTextsAreShownAsTheyStand()
     {
-        World world;
+        MenuWorld world;
         auto ad = anAd();
         ad.advertiserName = u"<b>Bold</b> & Co"_s;
         ad.body = u"<img src=x>"_s;
@@ -266,201 +211,9 @@ private Q_SLOTS:
         QCOMPARE(world.view->findChild<QLabel*>(u"adBody"_s)->textFormat(), Qt::PlainText);
     }
 
-    void switchesAreDeafForAMomentAfterAnOfferMovedThem()
-    {
-        World world;
-        world.offer();
-
-        world.platform.clock.advance(299ms);
-        world.click(u"autoOpenAds"_s);
-        QVERIFY(!world.state->autoOpenAds());
-
-        world.platform.clock.advance(1ms);
-        world.click(u"autoOpenAds"_s);
-        QVERIFY(world.state->autoOpenAds());
-    }
-
-    void anotherTextOfTheOfferMovesNothing()
-    {
-        World world;
-        world.offer();
-        world.platform.clock.advance(1s);
-        auto ad = anAd();
-        ad.body = u"Another"_s;
-        world.state->availableAd = ad;
-        settle();
-
-        world.click(u"autoOpenAds"_s);
-
-        QVERIFY(world.state->autoOpenAds());
-    }
-
-    void theSwitchesAssignTheSettings_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<bool>("before");
-        for (const auto& [name, before] :
-            {std::pair(u"autoOpenAds"_s, false), {u"anonymousMode"_s, true}, {u"ageConfirmed"_s, false}})
-            QTest::newRow(qPrintable(name)) << name << name << before;
-        QTest::newRow("startup window") << u"showLaunchWindow"_s << u"showLaunchWindowAtStartup"_s << true;
-    }
-
-    void theSwitchesAssignTheSettings()
-    {
-        QFETCH(const QString, name);
-        QFETCH(const QString, key);
-        QFETCH(const bool, before);
-        World world;
-        QCOMPARE(world.button(name)->isChecked(), before);
-
-        world.click(name);
-
-        QCOMPARE(world.platform.settings.values.at(key), Json(!before));
-        QCOMPARE(world.button(name)->isChecked(), !before);
-    }
-
-    void theKeyboardReachesAndAssignsThemToo()
-    {
-        World world;
-        auto* const row = world.button(u"autoOpenAds"_s);
-        QCOMPARE(row->focusPolicy(), Qt::TabFocus);
-
-        QTest::keyClick(row, Qt::Key_Space);
-        settle();
-
-        QVERIFY(world.state->autoOpenAds());
-    }
-
-    void assistiveTechnologyAssignsThemToo()
-    {
-        World world;
-
-        QAccessible::queryAccessibleInterface(world.button(u"autoOpenAds"_s))
-            ->actionInterface()
-            ->doAction(QAccessibleActionInterface::toggleAction());
-        settle();
-
-        QVERIFY(world.state->autoOpenAds());
-    }
-
-    void consentFollowsAnonymousModeAndAge_data()
-    {
-        QTest::addColumn<bool>("anonymous");
-        QTest::addColumn<bool>("adult");
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<QString>("help");
-        QTest::addColumn<QString>("hint");
-        QTest::addColumn<QString>("note");
-
-        const auto anonymousHint = u"Turn off Anonymous mode to use category signals."_s;
-        const auto anonymousNote = u"Anonymous mode sends no app categories."_s;
-        const auto note = u"Category signals send broad labels only."_s;
-        QTest::newRow("anonymous") << true << false << false << kAnonymousHelp << anonymousHint << anonymousNote;
-        QTest::newRow("anonymous adult") << true << true << false << kAnonymousHelp << anonymousHint << anonymousNote;
-        QTest::newRow("age unknown") << false << false << false << kAgeHelp
-                                     << u"Confirm you are 18 or older to use category signals."_s << note;
-        QTest::newRow("open")
-            << false << true << true
-            << u"Sends broad app categories, never raw app names, so ad matching can be more relevant."_s << QString()
-            << note;
-    }
-
-    void consentFollowsAnonymousModeAndAge()
-    {
-        QFETCH(const bool, anonymous);
-        QFETCH(const bool, adult);
-        QFETCH(const bool, enabled);
-        QFETCH(const QString, help);
-        QFETCH(const QString, hint);
-        QFETCH(const QString, note);
-        World world;
-
-        world.state->anonymousMode = anonymous;
-        world.state->ageConfirmed = adult;
-        settle();
-
-        const auto* const consent = world.button(u"appSignalConsent"_s);
-        QCOMPARE(consent->isEnabled(), enabled);
-        QCOMPARE(consent->toolTip(), help);
-        QCOMPARE(consent->accessibleDescription(), help);
-        QCOMPARE(world.has(u"consentHint"_s), !hint.isEmpty());
-        QCOMPARE(world.text(u"consentHint"_s), hint);
-        QCOMPARE(world.text(u"anonymousNote"_s), note);
-    }
-
-    void consentThatTheStateTakesBackShowsAsOff()
-    {
-        World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}, {u"appSignalConsent"_s, true}});
-        QVERIFY(world.button(u"appSignalConsent"_s)->isChecked());
-
-        world.click(u"anonymousMode"_s);
-
-        QVERIFY(!world.button(u"appSignalConsent"_s)->isChecked());
-        QCOMPARE(world.platform.settings.values.at(u"appSignalConsent"_s), Json(false));
-    }
-
-    void consentThatStandsInAnonymousModeIsShownAsItIs()
-    {
-        World world({{u"anonymousMode"_s, true}, {u"ageConfirmed"_s, true}, {u"appSignalConsent"_s, true}});
-
-        QVERIFY(world.button(u"appSignalConsent"_s)->isChecked());
-        QVERIFY(!world.button(u"appSignalConsent"_s)->isEnabled());
-    }
-
-    void openAtLoginAsksTheSystemOnce()
-    {
-        World world;
-
-        world.click(u"openAtLogin"_s);
-
-        QCOMPARE(world.platform.loginItem.registrations, 1);
-        QVERIFY(world.button(u"openAtLogin"_s)->isChecked());
-        QVERIFY(world.state->launchAtLogin());
-    }
-
-    void openAtLoginThatTheSystemRefusesGoesBack()
-    {
-        World world;
-        world.platform.loginItem.failure = Failure {Failure::Kind::refused, u"The folder cannot be written."_s};
-
-        world.click(u"openAtLogin"_s);
-
-        QCOMPARE(world.platform.loginItem.registrations, 1);
-        QVERIFY(!world.button(u"openAtLogin"_s)->isChecked());
-        QCOMPARE(world.text(u"error"_s), u"The folder cannot be written."_s);
-    }
-
-    void theHelpOfEachSwitchIsItsTooltip_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("help");
-        QTest::newRow("auto open")
-            << u"autoOpenAds"_s
-            << u"Automatically opens the ad popup when an ad is ready. If off, click the green $ AD icon manually."_s;
-        QTest::newRow("anonymous")
-            << u"anonymousMode"_s
-            << u"Sends no app-category signals. You can still earn, but ads are matched with less context."_s;
-        QTest::newRow("age") << u"ageConfirmed"_s
-                             << u"Required before category signals and paid ad viewing are enabled."_s;
-        QTest::newRow("login") << u"openAtLogin"_s << u"Starts Orvella automatically when you log in to your Mac."_s;
-        QTest::newRow("startup")
-            << u"showLaunchWindow"_s
-            << u"Controls the larger intro/settings window. Orvella still runs in the menu bar when this is off."_s;
-        QTest::newRow("updates") << u"checkForUpdates"_s << u"Checks Sparkle for the latest Orvella Mac update."_s;
-    }
-
-    void theHelpOfEachSwitchIsItsTooltip()
-    {
-        QFETCH(const QString, name);
-        QFETCH(const QString, help);
-
-        QCOMPARE(World().button(name)->toolTip(), help);
-    }
-
     void updatesAreCheckedOnDemand()
     {
-        World world;
+        MenuWorld world;
 
         world.click(u"checkForUpdates"_s);
 
@@ -469,7 +222,7 @@ private Q_SLOTS:
 
     void anErrorStaysUntilTheNextSuccess()
     {
-        World world;
+        MenuWorld world;
         world.state->lastError = u"No network."_s;
         settle();
         QCOMPARE(world.text(u"error"_s), u"No network."_s);
@@ -482,7 +235,7 @@ private Q_SLOTS:
 
     void anErrorIsNeverOutOfSight()
     {
-        World world;
+        MenuWorld world;
         world.state->verificationUri = u"https://service.test/activate"_s;
         world.offer();
 
@@ -499,7 +252,7 @@ private Q_SLOTS:
 
     void whatFitsDoesNotScrollAndTheErrorFollowsIt()
     {
-        World world;
+        MenuWorld world;
         world.state->lastError = u"No network."_s;
         settle();
 
@@ -528,7 +281,7 @@ private Q_SLOTS:
         QFETCH(const bool, hasAllRows);
         QFETCH(const bool, hasOffer);
         QFETCH(const int, height);
-        World world;
+        MenuWorld world;
         world.state->linked = isLinked;
         world.state->verificationUri = u"https://service.test/activate"_s;
         if (hasAllRows) {
@@ -548,7 +301,7 @@ private Q_SLOTS:
 
     void everyOpeningStartsAtTheTop()
     {
-        World world;
+        MenuWorld world;
         world.offer();
         world.state->lastError = u"No network."_s;
         settle();
@@ -564,7 +317,7 @@ private Q_SLOTS:
 
     void everyControlHasANameForThoseWhoDoNotSeeIt()
     {
-        World world;
+        MenuWorld world;
         world.state->verificationUri = u"https://service.test/activate"_s;
         world.offer();
 
