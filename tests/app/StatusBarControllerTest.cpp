@@ -1,12 +1,7 @@
-#include "app/StatusBarController.h"
-
 #include "api/Endpoints.h"
-#include "support/FakePlatform.h"
-#include "support/FakeTransport.h"
-#include "support/Samples.h"
+#include "app/StatusBarWorld.h"
 #include "ui/ad/CountdownGauge.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -17,57 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct World {
-    FakePlatform platform;
-    FakeTransport transport;
-    std::unique_ptr<StatusBarController> controller;
-
-    World()
-    {
-        platform.secrets.put(Keychain::kService, "token");
-        transport.answerEverything();
-    }
-
-    void start()
-    {
-        controller = std::make_unique<StatusBarController>(platform.lend(), transport);
-        settle();
-    }
-
-    void startWithOffer()
-    {
-        transport.answer(endpoints::kAdsAvailable, anOffer());
-        start();
-    }
-
-    void click()
-    {
-        platform.statusItem.handlers.clicked();
-        settle();
-    }
-
-    [[nodiscard]] QString description() const { return platform.statusItem.appearances.back().description; }
-};
-
-QWidget* window(const QString& name)
-{
-    for (auto* const candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == name && candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
-}
-
-QWidget* panel()
-{
-    return window(u"adPanel"_s);
-}
-
-QWidget* menu()
-{
-    return window(u"menuPanel"_s);
-}
-
 QPushButton* button(QWidget* in, const QString& name)
 {
     return in->findChild<QPushButton*>(name);
@@ -75,23 +19,24 @@ QPushButton* button(QWidget* in, const QString& name)
 
 qint64 secondsLeft()
 {
-    return panel()->findChild<CountdownGauge*>()->remaining();
+    return StatusBarWorld::panel()->findChild<CountdownGauge*>()->remaining();
 }
 
 bool isPaid()
 {
-    return panel()->findChild<QLabel*>(u"paid"_s) != nullptr;
+    return StatusBarWorld::panel()->findChild<QLabel*>(u"paid"_s) != nullptr;
 }
 
 } // namespace
 
+/// What the status item shows, and the ads that it opens.
 class StatusBarControllerTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void theItemShowsADollarAndTheBalanceInItsDescription()
     {
-        World world;
+        StatusBarWorld world;
 
         world.start();
 
@@ -103,7 +48,7 @@ private Q_SLOTS:
 
     void anOfferTurnsTheItemGreen()
     {
-        World world;
+        StatusBarWorld world;
 
         world.startWithOffer();
 
@@ -123,7 +68,7 @@ private Q_SLOTS:
     void onlyTheExactTitleIsAdMode()
     {
         QFETCH(QString, title);
-        World world;
+        StatusBarWorld world;
         world.start();
 
         world.controller->updateStatusItem(title);
@@ -134,7 +79,7 @@ private Q_SLOTS:
 
     void aFailedRegistrationShowsInTheDescription()
     {
-        World world;
+        StatusBarWorld world;
         world.platform.secrets.remove(Keychain::kService, u"default"_s);
         world.transport.fail(endpoints::kRegister, u"No network."_s);
 
@@ -145,7 +90,7 @@ private Q_SLOTS:
 
     void theItemReceivesEveryTitleInOrderTheCurrentOneFirst()
     {
-        World world;
+        StatusBarWorld world;
         world.controller = std::make_unique<StatusBarController>(world.platform.lend(), world.transport);
         world.platform.statusItem.appearances.clear();
 
@@ -161,21 +106,9 @@ private Q_SLOTS:
             (QStringList {u"Orvella · $0.00 available"_s, u"Orvella · one available"_s, u"Orvella · two available"_s}));
     }
 
-    void aClickWithoutAnOfferOpensTheMenuAndNoAd()
-    {
-        World world;
-        world.start();
-
-        world.click();
-
-        QVERIFY(menu());
-        QVERIFY(!panel());
-        QCOMPARE(world.transport.count(endpoints::kSessionStart), 0);
-    }
-
     void aViewThatIsClosedWhileItsVerdictIsUnderWayHasTheWalletAskedAfterTheNextPoll()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
         const auto verdict = world.transport.hold(endpoints::kSessionComplete);
@@ -184,7 +117,7 @@ private Q_SLOTS:
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
         world.transport.answer(endpoints::kAdsAvailable, noOffer());
 
-        button(panel(), u"close"_s)->click();
+        button(StatusBarWorld::panel(), u"close"_s)->click();
         settle();
         QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore);
         world.platform.clock.advance(300s);
@@ -194,11 +127,11 @@ private Q_SLOTS:
 
     void aClickOpensTheOfferedAdAndItIsWatchedToPaid()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
 
         world.click();
-        QVERIFY(panel());
+        QVERIFY(StatusBarWorld::panel());
         QCOMPARE(secondsLeft(), 15);
         QVERIFY(!isPaid());
 
@@ -216,35 +149,35 @@ private Q_SLOTS:
         QVERIFY(world.controller->state().isSuppressed(anAd()));
         QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 1);
         QCOMPARE(world.description(), u"Orvella · $6.49 available"_s);
-        QVERIFY(panel());
+        QVERIFY(StatusBarWorld::panel());
 
         world.platform.clock.advance(3s);
-        QVERIFY(!panel());
+        QVERIFY(!StatusBarWorld::panel());
     }
 
     void aClickWhileThePanelIsShownDoesNothing()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
 
         world.click();
 
-        QVERIFY(panel());
+        QVERIFY(StatusBarWorld::panel());
         QCOMPARE(world.transport.count(endpoints::kSessionStart), 1);
     }
 
     void closingTheAdEarnsNothingAndRestsTheCreative()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
 
-        button(panel(), u"close"_s)->click();
+        button(StatusBarWorld::panel(), u"close"_s)->click();
         world.platform.clock.advance(1min);
 
-        QVERIFY(!panel());
+        QVERIFY(!StatusBarWorld::panel());
         QVERIFY(!world.controller->state().availableAd());
         QVERIFY(!world.controller->state().lastEarnedCents());
         QVERIFY(world.controller->state().isSuppressed(anAd()));
@@ -255,21 +188,21 @@ private Q_SLOTS:
 
     void aWindowManagerThatClosesThePanelDismissesTheAd()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
 
-        panel()->close();
+        StatusBarWorld::panel()->close();
         world.platform.clock.advance(1min);
 
-        QVERIFY(!panel());
+        QVERIFY(!StatusBarWorld::panel());
         QVERIFY(world.controller->state().isSuppressed(anAd()));
         QCOMPARE(world.transport.count(endpoints::kSessionComplete), 0);
     }
 
     void anAdThatEarnedNothingStillRefreshesTheWallet()
     {
-        World world;
+        StatusBarWorld world;
         world.transport.fail(endpoints::kSessionStart, u"No network."_s);
         world.startWithOffer();
         const auto walletsBefore = world.transport.count(endpoints::kWallet);
@@ -283,7 +216,7 @@ private Q_SLOTS:
 
     void anAdThatEarnedNothingLeavesTheLastEarningsStanding()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
         world.platform.clock.advance(18s);
@@ -301,23 +234,23 @@ private Q_SLOTS:
 
     void anOfferThatIsTakenBackDoesNotCloseThePanel()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
 
         world.controller->state().availableAd = std::nullopt;
         settle();
 
-        QVERIFY(panel());
+        QVERIFY(StatusBarWorld::panel());
     }
 
     void anotherAdOpensAfterTheFirstPanelHasClosed()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
         world.platform.clock.advance(18s);
-        QVERIFY(!panel());
+        QVERIFY(!StatusBarWorld::panel());
         auto other = anAd();
         other.creativeId = u"creative-2"_s;
         other.body = u"Salt & pepper"_s;
@@ -325,13 +258,13 @@ private Q_SLOTS:
 
         world.click();
 
-        QVERIFY(panel());
-        QCOMPARE(button(panel(), u"openAd"_s)->accessibleName(), u"Open ad: Salt & pepper"_s);
+        QVERIFY(StatusBarWorld::panel());
+        QCOMPARE(button(StatusBarWorld::panel(), u"openAd"_s)->accessibleName(), u"Open ad: Salt & pepper"_s);
     }
 
     void theAnonymousModeOfTheOpeningIsSent()
     {
-        World world;
+        StatusBarWorld world;
         world.platform.settings.values = {{u"anonymousMode"_s, false}};
         world.startWithOffer();
 
@@ -340,104 +273,14 @@ private Q_SLOTS:
         QCOMPARE(world.transport.requests(endpoints::kSessionStart).front().body.at(u"anonymousMode"_s), Json(false));
     }
 
-    void theMenuShowsWhatBecameOfTheLoginItemElsewhere()
-    {
-        World world;
-        world.start();
-        QVERIFY(world.controller->state().launchAtLogin());
-
-        world.platform.loginItem.current = LoginItem::Status::requiresApproval;
-        world.click();
-
-        QVERIFY(menu());
-        QVERIFY(!world.controller->state().launchAtLogin());
-    }
-
-    void aSecondClickClosesTheMenu()
-    {
-        World world;
-        world.start();
-        world.click();
-
-        world.click();
-
-        QVERIFY(!menu());
-    }
-
-    void aClickClosesTheMenuEvenWhenAnAdHasComeMeanwhile()
-    {
-        World world;
-        world.start();
-        world.click();
-        world.controller->state().availableAd = anAd();
-
-        world.click();
-
-        QVERIFY(!menu());
-        QVERIFY(!panel());
-    }
-
-    void theMenuOpensTheAdAndStays()
-    {
-        World world;
-        world.start();
-        world.click();
-        world.controller->state().availableAd = anAd();
-        settle();
-
-        button(menu(), u"openAd"_s)->click();
-
-        QVERIFY(panel());
-        QVERIFY(menu());
-    }
-
-    void aClickWhileThePanelIsShownDoesNotEvenCloseTheMenu()
-    {
-        World world;
-        world.start();
-        world.click();
-        world.controller->state().availableAd = anAd();
-        settle();
-        button(menu(), u"openAd"_s)->click();
-
-        world.click();
-
-        QVERIFY(panel());
-        QVERIFY(menu());
-    }
-
-    void theMenusActionForAnOfferThatIsGoneShowsTheMenu()
-    {
-        World world;
-        world.start();
-
-        world.controller->showCurrentAd();
-
-        QVERIFY(menu());
-        QVERIFY(!panel());
-    }
-
-    void theUpdaterIsStartedOnceAndAskedByTheMenu()
-    {
-        World world;
-        world.start();
-        QCOMPARE(world.platform.updater.starts, 1);
-        world.click();
-
-        button(menu(), u"checkForUpdates"_s)->click();
-
-        QCOMPARE(world.platform.updater.checks, 1);
-        QCOMPARE(world.platform.updater.starts, 1);
-    }
-
     void aPanelThatTheViewerOpensTakesTheKeyboard()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
 
         world.click();
 
-        QCOMPARE(world.platform.windows.activated, std::vector {panel()->windowHandle()});
+        QCOMPARE(world.platform.windows.activated, std::vector {StatusBarWorld::panel()->windowHandle()});
     }
 
     void thePlaceOfANewItemIsSeededWhereTheSystemKeepsIt()
@@ -475,7 +318,7 @@ private Q_SLOTS:
 
     void endingInTheMiddleOfAnAdLeavesNothingWaiting()
     {
-        World world;
+        StatusBarWorld world;
         world.startWithOffer();
         world.click();
         world.platform.clock.advance(5s);
@@ -483,7 +326,7 @@ private Q_SLOTS:
         world.controller.reset();
         settle();
 
-        QVERIFY(!panel());
+        QVERIFY(!StatusBarWorld::panel());
         QCOMPARE(world.platform.clock.sleepers(), 0U);
         QCOMPARE(world.transport.waiting(), 0);
     }
