@@ -1,8 +1,5 @@
 #include "api/Endpoints.h"
-#include "core/AppState.h"
-#include "support/FakePlatform.h"
-#include "support/FakeTransport.h"
-#include "support/Samples.h"
+#include "core/PollingWorld.h"
 
 #include <QTest>
 
@@ -10,43 +7,14 @@ using namespace orvella;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-struct World {
-    FakePlatform platform;
-    FakeTransport transport;
-    std::unique_ptr<AppState> state;
-
-    explicit World(const std::map<QString, Json>& settings = {})
-    {
-        platform.settings.values = settings;
-        platform.secrets.put(Keychain::kService, "token");
-        transport.answerEverything();
-        state = std::make_unique<AppState>(platform.lend(), transport);
-    }
-
-    void poll()
-    {
-        state->pollForAd();
-        settle();
-    }
-
-    [[nodiscard]] Json::Object lastBody(const QString& path) const { return transport.requests(path).back().body; }
-};
-
-const std::map<QString, Json> kConsenting {
-    {u"anonymousMode"_s, false}, {u"appSignalConsent"_s, true}, {u"ageConfirmed"_s, true}};
-
-} // namespace
-
+/// The loop that asks for an ad, and its pace.
 class PollingTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-
     void theFirstCycleComesAtOnceAndTheNextAfterThePause()
     {
-        World world;
+        PollingWorld world;
 
         world.state->startPolling();
         settle();
@@ -63,7 +31,7 @@ private Q_SLOTS:
 
     void aNewPauseAppliesToTheVeryNextWait()
     {
-        World world;
+        PollingWorld world;
         world.transport.answer(endpoints::kAdsAvailable, AvailabilityResponse {false, 60, {}});
 
         world.state->startPolling();
@@ -74,7 +42,7 @@ private Q_SLOTS:
 
     void thePauseStartsWhenTheCycleHasEnded()
     {
-        World world;
+        PollingWorld world;
         auto reply = world.transport.hold(endpoints::kAdsAvailable);
         world.state->startPolling();
         world.platform.clock.advance(50s);
@@ -89,7 +57,7 @@ private Q_SLOTS:
 
     void aPollThatBecameDueInASuspensionHappensWhenTheNetworkHasHadTimeToComeBack()
     {
-        World world;
+        PollingWorld world;
         world.state->startPolling();
         settle();
         world.transport.forgetRequests();
@@ -118,7 +86,7 @@ private Q_SLOTS:
     void aPollThatBecomesDueAfterWakingGivesTheNetworkItsTimeToo()
     {
         QFETCH(const int, awakeSeconds);
-        World world;
+        PollingWorld world;
         world.state->startPolling();
         settle();
 
@@ -132,7 +100,7 @@ private Q_SLOTS:
 
     void withoutASuspensionAPollIsNeverLate()
     {
-        World world;
+        PollingWorld world;
         world.platform.clock.suspend(8h);
         world.state->startPolling();
         settle();
@@ -144,7 +112,7 @@ private Q_SLOTS:
 
     void theLoopEndsWithTheStateWhileItWaitsForTheNetwork()
     {
-        World world;
+        PollingWorld world;
         world.state->startPolling();
         settle();
         world.platform.clock.suspend(8h);
@@ -156,7 +124,7 @@ private Q_SLOTS:
 
     void startingTwiceLeavesExactlyOneLoop()
     {
-        World world;
+        PollingWorld world;
         world.state->startPolling();
         settle();
         world.transport.forgetRequests();
@@ -172,7 +140,7 @@ private Q_SLOTS:
 
     void startingTwiceInARowRunsTheFirstLoopNotAtAll()
     {
-        World world;
+        PollingWorld world;
 
         world.state->startPolling();
         world.state->startPolling();
@@ -183,7 +151,7 @@ private Q_SLOTS:
 
     void aLoopStoppedDuringItsHeartbeatAsksForNothingMoreAndReportsNothing()
     {
-        World world;
+        PollingWorld world;
         const auto heartbeat = world.transport.hold(endpoints::kHeartbeat);
         world.state->startPolling();
         settle();
@@ -199,7 +167,7 @@ private Q_SLOTS:
 
     void theLoopEndsWithTheState()
     {
-        World world;
+        PollingWorld world;
         world.state->startPolling();
         settle();
 
@@ -210,7 +178,7 @@ private Q_SLOTS:
 
     void aFailedHeartbeatDoesNotPreventThePoll()
     {
-        World world;
+        PollingWorld world;
         world.transport.fail(endpoints::kHeartbeat, u"No network."_s);
         auto poll = world.transport.hold(endpoints::kAdsAvailable);
 
@@ -225,7 +193,7 @@ private Q_SLOTS:
 
     void aFailingServiceIsAskedAgainAfterTheSamePause()
     {
-        World world;
+        PollingWorld world;
         world.transport.fail(endpoints::kHeartbeat, u"No network."_s);
         world.transport.fail(endpoints::kAdsAvailable, u"No network."_s);
 
@@ -237,7 +205,7 @@ private Q_SLOTS:
 
     void aSuccessfulHeartbeatClearsTheLastError()
     {
-        World world;
+        PollingWorld world;
         world.state->lastError = u"old"_s;
 
         world.state->heartbeat();
@@ -265,191 +233,12 @@ private Q_SLOTS:
     {
         QFETCH(std::optional<qint64>, answered);
         QFETCH(qint64, expected);
-        World world;
+        PollingWorld world;
         world.transport.answer(endpoints::kAdsAvailable, AvailabilityResponse {false, answered, {}});
 
         world.poll();
 
         QCOMPARE(world.state->pollSeconds(), expected);
-    }
-
-    void anOfferIsPublishedAndTitled()
-    {
-        World world;
-        world.transport.answer(endpoints::kAdsAvailable, anOffer());
-
-        world.poll();
-
-        QCOMPARE(world.state->availableAd(), anAd());
-        QCOMPARE(world.state->statusTitle(), u"AD"_s);
-    }
-
-    void anAdIsOfferedThoughTheFlagSaysNone()
-    {
-        World world;
-        auto response = anOffer();
-        response.available = false;
-        world.transport.answer(endpoints::kAdsAvailable, response);
-
-        world.poll();
-
-        QCOMPARE(world.state->availableAd(), anAd());
-    }
-
-    void theFlagWithoutAnAdIsNoOffer()
-    {
-        World world;
-        world.transport.answer(endpoints::kAdsAvailable, AvailabilityResponse {true, {}, {}});
-
-        world.poll();
-
-        QVERIFY(!world.state->availableAd());
-        QCOMPARE(world.state->statusTitle(), u"$0.00"_s);
-    }
-
-    void noOfferTakesAnEarlierOneBack()
-    {
-        World world;
-        world.state->availableAd = anAd();
-        world.state->statusTitle = u"AD"_s;
-        world.state->availableCents = 637;
-
-        world.poll();
-
-        QVERIFY(!world.state->availableAd());
-        QCOMPARE(world.state->statusTitle(), u"$6.37"_s);
-    }
-
-    void aCreativeFinished299SecondsAgoIsNotOffered()
-    {
-        World world;
-        world.transport.answer(endpoints::kAdsAvailable, anOffer());
-        world.state->finishAd(anAd());
-        world.platform.clock.advance(299s);
-
-        world.poll();
-
-        QVERIFY(!world.state->availableAd());
-        QCOMPARE(world.state->statusTitle(), u"$0.00"_s);
-    }
-
-    void aCreativeFinished300SecondsAgoIsOfferedAgain()
-    {
-        World world;
-        world.transport.answer(endpoints::kAdsAvailable, anOffer());
-        world.state->finishAd(anAd());
-        world.platform.clock.advance(300s);
-
-        world.poll();
-
-        QCOMPARE(world.state->availableAd(), anAd());
-        QCOMPARE(world.state->statusTitle(), u"AD"_s);
-    }
-
-    void anotherCreativeOfTheSameCampaignIsOffered()
-    {
-        World world;
-        world.state->finishAd(anAd());
-        auto other = anOffer();
-        other.ad->creativeId = u"creative-2"_s;
-        world.transport.answer(endpoints::kAdsAvailable, other);
-
-        world.poll();
-
-        QCOMPARE(world.state->availableAd(), other.ad);
-    }
-
-    void aFailedPollKeepsTheOfferTheTitleAndThePause()
-    {
-        World world;
-        auto response = anOffer();
-        response.pollSeconds = 77;
-        world.transport.answer(endpoints::kAdsAvailable, response);
-        world.poll();
-        world.transport.fail(endpoints::kAdsAvailable, u"No network."_s);
-
-        world.poll();
-
-        QCOMPARE(world.state->availableAd(), anAd());
-        QCOMPARE(world.state->statusTitle(), u"AD"_s);
-        QCOMPARE(world.state->pollSeconds(), 77);
-        QCOMPARE(world.state->lastError(), u"No network."_s);
-    }
-
-    void inAnonymousModeNoCategoryIsSentWhateverTheConsentSays()
-    {
-        auto settings = kConsenting;
-        settings.insert_or_assign(u"anonymousMode"_s, true);
-        World world(settings);
-        world.platform.applications.running = {{true, u"org.gnome.Terminal"_s, u"Terminal"_s}};
-
-        world.state->heartbeat();
-        world.poll();
-
-        const Json::Object availability {
-            {u"anonymousMode"_s, true},
-            {u"appSignalConsent"_s, true},
-            {u"autoOpenAds"_s, false},
-            {u"language"_s, u"de"_s},
-            {u"categories"_s, Json::Array()},
-        };
-        auto heartbeat = availability;
-        heartbeat.insert_or_assign(u"rawAppCount"_s, qint64 {0});
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat), heartbeat);
-        QCOMPARE(world.lastBody(endpoints::kAdsAvailable), availability);
-        QCOMPARE(world.platform.applications.readings, 0);
-    }
-
-    void withoutConsentNoCategoryIsSent()
-    {
-        World world({{u"anonymousMode"_s, false}, {u"ageConfirmed"_s, true}});
-        world.platform.applications.running = {{true, u"org.gnome.Terminal"_s, u"Terminal"_s}};
-
-        world.state->heartbeat();
-        settle();
-
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat).at(u"categories"_s), Json(Json::Array()));
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat).at(u"rawAppCount"_s), Json(qint64 {0}));
-        QCOMPARE(world.platform.applications.readings, 0);
-    }
-
-    void withConsentTheCategoriesOfTheMomentAreSent()
-    {
-        World world(kConsenting);
-        world.platform.applications.running = {
-            {true, u"org.gnome.Terminal"_s, u"Terminal"_s}, {true, std::nullopt, u"Unknown"_s}};
-
-        world.state->heartbeat();
-        settle();
-        world.platform.applications.running.clear();
-        world.poll();
-
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat).at(u"categories"_s), Json(QStringList {u"developer_tools"_s}));
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat).at(u"rawAppCount"_s), Json(qint64 {2}));
-        QCOMPARE(world.lastBody(endpoints::kAdsAvailable).at(u"categories"_s), Json(Json::Array()));
-        QVERIFY(!world.lastBody(endpoints::kAdsAvailable).contains(u"rawAppCount"_s));
-    }
-
-    void theAgeIsNotAskedForAgainWhenCategoriesAreSent()
-    {
-        auto settings = kConsenting;
-        settings.insert_or_assign(u"ageConfirmed"_s, false);
-        World world(settings);
-        world.platform.applications.running = {{true, u"org.gnome.Terminal"_s, u"Terminal"_s}};
-
-        QCOMPARE(world.state->currentConsentedCategories().keys, QStringList {u"developer_tools"_s});
-    }
-
-    void aLocaleWithoutALanguageIsSentAsEnglish()
-    {
-        World world;
-        world.platform.locale.language.reset();
-
-        world.state->heartbeat();
-        world.poll();
-
-        QCOMPARE(world.lastBody(endpoints::kHeartbeat).at(u"language"_s), Json(u"en"_s));
-        QCOMPARE(world.lastBody(endpoints::kAdsAvailable).at(u"language"_s), Json(u"en"_s));
     }
 };
 
