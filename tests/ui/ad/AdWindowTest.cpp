@@ -1,76 +1,16 @@
-#include "ui/ad/AdWindowController.h"
-
-#include "api/APIClient.h"
 #include "api/Endpoints.h"
-#include "support/FakePlatform.h"
-#include "support/FakeTransport.h"
-#include "support/Samples.h"
 #include "ui/ad/AdWindowView.h"
+#include "ui/ad/AdWindowWorld.h"
 #include "ui/ad/CountdownGauge.h"
 
-#include <QApplication>
 #include <QFontMetricsF>
 #include <QLabel>
-#include <QPushButton>
-#include <QTest>
 
 using namespace orvella;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QWidget* window(const QString& name)
-{
-    for (auto* const candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == name && candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
-}
-
-struct World {
-    FakePlatform platform;
-    FakeTransport transport;
-    APIClient api {platform.lend(), transport};
-    Look look {platform.look};
-    std::unique_ptr<AdWindowController> controller;
-    int dismissals = 0;
-    std::vector<std::optional<double>> finished;
-
-    explicit World(const AvailableAd& ad = anAd())
-    {
-        transport.answerEverything();
-        controller = std::make_unique<AdWindowController>(look, ad, api, true, platform.lend(),
-            AdWindowController::OwnerActions {
-                .onDismiss = [this] { ++dismissals; },
-                .onFinished = [this](std::optional<double> cents) { finished.push_back(cents); },
-                .onFailed = [](const Failure&) {},
-            });
-        controller->show(Popover::Keyboard::left);
-        settle();
-    }
-
-    [[nodiscard]] QWidget* panel() const { return window(u"adPanel"_s); }
-    [[nodiscard]] QWidget* disclosure() const { return window(u"adDisclosure"_s); }
-
-    template <class T = QPushButton> [[nodiscard]] T* find(const QString& name) const
-    {
-        return window(u"adPanel"_s)->findChild<T*>(name);
-    }
-
-    void click(const QString& name)
-    {
-        QTest::mouseClick(find(name), Qt::LeftButton);
-        settle();
-    }
-
-    void watchToTheEnd()
-    {
-        platform.clock.advance(anAd().requiredSeconds * 1s);
-        settle();
-    }
-};
 
 int rightEdge(const QWidget* widget)
 {
@@ -86,13 +26,14 @@ AvailableAd adWith(const QString& body)
 
 } // namespace
 
+/// The panel with an ad: its size, its row, and what opens and closes it.
 class AdWindowTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void thePanelIs44PointsHighAndAsWideAsItsTexts()
     {
-        World world;
+        AdWindowWorld world;
         const QFontMetricsF text(world.look.font(TypeStyle::bodyStrong));
         const QFontMetricsF money(world.look.font(TypeStyle::earnings));
         const auto width = std::ceil(text.horizontalAdvance(anAd().body) + money.horizontalAdvance(u"12 cent"_s)
@@ -116,15 +57,15 @@ private Q_SLOTS:
     {
         QFETCH(const QString, body);
         QFETCH(const int, width);
-        World world(adWith(body));
+        AdWindowWorld world(adWith(body));
 
         QCOMPARE(world.find<QWidget>(u"openAd"_s)->parentWidget()->size(), QSize(width, 44));
     }
 
     void theWidthIsThatOfTheTextsBetweenItsBounds()
     {
-        World world;
-        World longer(adWith(anAd().body + u" and more"_s));
+        AdWindowWorld world;
+        AdWindowWorld longer(adWith(anAd().body + u" and more"_s));
 
         QVERIFY(AdWindowView::contentWidth(longer.look, longer.controller->viewing())
             > AdWindowView::contentWidth(world.look, world.controller->viewing()));
@@ -132,7 +73,7 @@ private Q_SLOTS:
 
     void theRowTellsWhatItIs()
     {
-        World world;
+        AdWindowWorld world;
 
         const auto* const ad = world.find(u"openAd"_s);
         QCOMPARE(ad->accessibleName(), u"Open ad: "_s + anAd().body);
@@ -149,7 +90,7 @@ private Q_SLOTS:
 
     void completionChangesTheLabelsAndMovesNothingToTheRight()
     {
-        World world;
+        AdWindowWorld world;
         const auto earnings = rightEdge(world.find<QLabel>(u"earnings"_s));
         const auto gauge = rightEdge(world.find<QWidget>(u"gauge"_s));
         const auto width = world.panel()->width();
@@ -174,7 +115,7 @@ private Q_SLOTS:
         QString body;
         while (metrics.horizontalAdvance(body + u'n') <= 488)
             body += u'n';
-        World world(adWith(body));
+        AdWindowWorld world(adWith(body));
 
         world.watchToTheEnd();
 
@@ -186,7 +127,7 @@ private Q_SLOTS:
 
     void theClickThroughOpensThePageAndLeavesThePanel()
     {
-        World world;
+        AdWindowWorld world;
 
         world.click(u"openAd"_s);
         world.platform.clock.advance(1s);
@@ -198,7 +139,7 @@ private Q_SLOTS:
 
     void aPanelThatTheSystemHidIsBackAQuarterOfASecondAfterTheClickThrough()
     {
-        World world;
+        AdWindowWorld world;
         world.click(u"openAd"_s);
         qobject_cast<Popover*>(world.panel())->performClose();
 
@@ -220,7 +161,7 @@ private Q_SLOTS:
     void aPanelThatTheProgramClosedStaysClosed()
     {
         QFETCH(const bool, byTheViewer);
-        World world;
+        AdWindowWorld world;
         if (byTheViewer) {
             world.click(u"openAd"_s);
             world.click(u"close"_s);
@@ -239,7 +180,7 @@ private Q_SLOTS:
 
     void theCloseButtonDismisses()
     {
-        World world;
+        AdWindowWorld world;
 
         world.click(u"close"_s);
 
@@ -252,7 +193,7 @@ private Q_SLOTS:
 
     void aPanelThatWasClosedWaitsForNothing()
     {
-        World world;
+        AdWindowWorld world;
         // The panel has found its place.
         world.platform.clock.advance(500ms);
         QCOMPARE(world.platform.clock.sleepers(), 1U);
@@ -264,7 +205,7 @@ private Q_SLOTS:
 
     void aClickElsewhereDoesNotCloseThePanel()
     {
-        World world;
+        AdWindowWorld world;
 
         world.platform.windows.press({5, 790});
 
@@ -274,7 +215,7 @@ private Q_SLOTS:
 
     void escapeNeverClosesTheAd()
     {
-        World world;
+        AdWindowWorld world;
 
         QTest::keyClick(world.panel(), Qt::Key_Escape);
 
@@ -284,7 +225,7 @@ private Q_SLOTS:
 
     void theWholeLifeOfAnAdWorksByTheKeyboard()
     {
-        World world;
+        AdWindowWorld world;
         QApplication::setActiveWindow(world.panel());
         QStringList order;
         for (int step = 0; step < 3; ++step) {
@@ -308,91 +249,9 @@ private Q_SLOTS:
         QCOMPARE(world.dismissals, 1);
     }
 
-    void theReasonsOpenBelowThePanelAndPointAtTheirButton()
-    {
-        World world;
-
-        world.click(u"adInformation"_s);
-
-        QVERIFY(world.disclosure());
-        const auto* const reasons = qobject_cast<Popover*>(world.disclosure());
-        const auto* const panel = qobject_cast<Popover*>(world.panel());
-        QCOMPARE(reasons->contentRect().top(), panel->contentRect().bottom() + 1 + 8);
-        QCOMPARE(reasons->contentRect().width(), 300);
-        QVERIFY(world.platform.windows.activated.empty());
-    }
-
-    void theReasonsCloseWithAnotherClickOnTheButton()
-    {
-        World world;
-        world.click(u"adInformation"_s);
-
-        world.click(u"adInformation"_s);
-
-        QVERIFY(!world.disclosure());
-        QVERIFY(!world.controller->viewing().showDisclosure());
-    }
-
-    void theReasonsCloseWithAClickElsewhereAndOpenAgain()
-    {
-        World world;
-        world.click(u"adInformation"_s);
-
-        world.platform.windows.press({5, 790});
-        settle();
-        QVERIFY(!world.disclosure());
-        QVERIFY(!world.controller->viewing().showDisclosure());
-        QVERIFY(world.panel());
-
-        world.click(u"adInformation"_s);
-        QVERIFY(world.disclosure());
-    }
-
-    void theReasonsCloseWithThePanel()
-    {
-        World world;
-        world.click(u"adInformation"_s);
-
-        world.click(u"close"_s);
-
-        QVERIFY(!world.disclosure());
-        QCOMPARE(world.platform.windows.watches(), 0U);
-    }
-
-    void theReasonsAreThoseOfTheAd_data()
-    {
-        QTest::addColumn<QStringList>("categories");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("none") << QStringList() << u"Broad delivery matched your language. No app category was used."_s;
-        QTest::newRow("some") << QStringList {u"developer_tools"_s, u"design"_s}
-                              << u"Matched using consented broad categories: Developer Tools, Design. Raw app names "
-                                 "were not sent."_s;
-        QTest::newRow("odd ones") << QStringList {u"AI_TOOLS"_s, QString(), u"x__y"_s}
-                                  << u"Matched using consented broad categories: Ai Tools, , X  Y. Raw app names were "
-                                     "not sent."_s;
-    }
-
-    void theReasonsAreThoseOfTheAd()
-    {
-        QFETCH(const QStringList, categories);
-        QFETCH(const QString, reason);
-        auto ad = anAd();
-        ad.matchedCategories = categories;
-        World world(ad);
-
-        world.click(u"adInformation"_s);
-
-        QStringList texts;
-        for (const auto* const label : world.disclosure()->findChildren<QLabel*>())
-            texts.append(label->text());
-        QCOMPARE(texts,
-            (QStringList {u"Paid ad by Brightleaf Hosting"_s, reason,
-                u"Change category matching from the Orvella menu. Anonymous mode disables category targeting."_s}));
-    }
-
     void aFailedViewShowsZeroAndGreyEarnings()
     {
-        World world;
+        AdWindowWorld world;
         world.transport.fail(endpoints::kSessionComplete, u"No network."_s);
 
         world.watchToTheEnd();
@@ -405,7 +264,7 @@ private Q_SLOTS:
 
     void endingItInTheMiddleLeavesNothingBehind()
     {
-        World world;
+        AdWindowWorld world;
         world.click(u"adInformation"_s);
         world.click(u"openAd"_s);
 

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "api/APIClient.h"
+#include "support/FakePlatform.h"
+#include "support/FakeTransport.h"
+#include "support/Samples.h"
+#include "ui/ad/AdWindowController.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+#include <vector>
+
+namespace orvella {
+
+/// An ad whose panel is shown, and what it asks of its owner.
+struct AdWindowWorld {
+    FakePlatform platform;
+    FakeTransport transport;
+    APIClient api {platform.lend(), transport};
+    Look look {platform.look};
+    std::unique_ptr<AdWindowController> controller;
+    int dismissals = 0;
+    std::vector<std::optional<double>> finished;
+
+    explicit AdWindowWorld(const AvailableAd& ad = anAd())
+    {
+        transport.answerEverything();
+        controller = std::make_unique<AdWindowController>(look, ad, api, true, platform.lend(),
+            AdWindowController::OwnerActions {
+                .onDismiss = [this] { ++dismissals; },
+                .onFinished = [this](std::optional<double> cents) { finished.push_back(cents); },
+                .onFailed = [](const Failure&) {},
+            });
+        controller->show(Popover::Keyboard::left);
+        settle();
+    }
+
+    [[nodiscard]] QWidget* panel() const { return window(QStringLiteral("adPanel")); }
+    [[nodiscard]] QWidget* disclosure() const { return window(QStringLiteral("adDisclosure")); }
+
+    template <class T = QPushButton> [[nodiscard]] T* find(const QString& name) const
+    {
+        return window(QStringLiteral("adPanel"))->findChild<T*>(name);
+    }
+
+    void click(const QString& name)
+    {
+        QTest::mouseClick(find(name), Qt::LeftButton);
+        settle();
+    }
+
+    void watchToTheEnd()
+    {
+        platform.clock.advance(std::chrono::seconds(anAd().requiredSeconds));
+        settle();
+    }
+
+private:
+    [[nodiscard]] static QWidget* window(const QString& name)
+    {
+        for (auto* const candidate : QApplication::topLevelWidgets()) {
+            if (candidate->objectName() == name && candidate->isVisible())
+                return candidate;
+        }
+        return nullptr;
+    }
+};
+
+} // namespace orvella
