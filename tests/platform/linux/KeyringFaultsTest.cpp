@@ -1,44 +1,14 @@
-#include "platform/linux/KeyringSecretStore.h"
-#include "support/FakeClock.h"
-#include "support/FakeSecretService.h"
-#include "support/Outcome.h"
-
-#include <QTest>
-
-#include <memory>
+#include "support/KeyringFixture.h"
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-const auto kService = u"orvella.device-token"_s;
-const auto kAccount = u"default"_s;
-
-using Reading = Outcome<std::optional<Secret>>;
-
-} // namespace
-
 /// The store and a keyring that is silent, failing or gone.
-class KeyringFaultsTest final : public QObject {
+class KeyringFaultsTest final : public KeyringFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        clock = std::make_unique<FakeClock>();
-        service = std::make_unique<FakeSecretService>();
-        store = std::make_unique<KeyringSecretStore>(*clock);
-    }
-
-    void cleanup()
-    {
-        store.reset();
-        QCOMPARE(clock->sleepers(), 0U);
-        service.reset();
-    }
-
     void withoutAServiceThereIsNoItemAtOnce()
     {
         const auto reading = read();
@@ -260,8 +230,6 @@ private Q_SLOTS:
     }
 
 private:
-    Reading read(std::stop_token stop = {}) { return Reading(store->read(kService, kAccount, stop)); }
-
     /// Waits until the store pauses between two attempts.
     void awaitPause(Clock::duration pause)
     {
@@ -273,10 +241,6 @@ private:
         awaitPause(pause);
         clock->advance(pause);
     }
-
-    std::unique_ptr<FakeClock> clock;
-    std::unique_ptr<FakeSecretService> service;
-    std::unique_ptr<KeyringSecretStore> store;
 };
 
 QTEST_GUILESS_MAIN(KeyringFaultsTest)

@@ -1,12 +1,6 @@
-#include "platform/linux/KeyringSecretStore.h"
-#include "support/FakeClock.h"
-#include "support/FakeSecretService.h"
-#include "support/Outcome.h"
+#include "support/KeyringFixture.h"
 
-#include <QTest>
 #include <QTimer>
-
-#include <memory>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
@@ -14,34 +8,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const auto kService = u"orvella.device-token"_s;
-const auto kAccount = u"default"_s;
-
-using Reading = Outcome<std::optional<Secret>>;
 using Finding = SecretStore::Finding;
 using Looking = Outcome<Finding>;
 
 } // namespace
 
 /// The store and a keyring that asks the viewer.
-class KeyringPromptsTest final : public QObject {
+class KeyringPromptsTest final : public KeyringFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        clock = std::make_unique<FakeClock>();
-        service = std::make_unique<FakeSecretService>();
-        store = std::make_unique<KeyringSecretStore>(*clock);
-    }
-
-    void cleanup()
-    {
-        store.reset();
-        QCOMPARE(clock->sleepers(), 0U);
-        service.reset();
-    }
-
     void theMainLoopGoesOnWhileAPromptIsUp()
     {
         service->put(kService, "token-1");
@@ -231,13 +207,6 @@ private Q_SLOTS:
         QTRY_VERIFY(reading.isThere());
         QVERIFY(*reading);
     }
-
-private:
-    Reading read(std::stop_token stop = {}) { return Reading(store->read(kService, kAccount, stop)); }
-
-    std::unique_ptr<FakeClock> clock;
-    std::unique_ptr<FakeSecretService> service;
-    std::unique_ptr<KeyringSecretStore> store;
 };
 
 QTEST_GUILESS_MAIN(KeyringPromptsTest)

@@ -1,11 +1,4 @@
-#include "platform/linux/KeyringSecretStore.h"
-#include "support/FakeClock.h"
-#include "support/FakeSecretService.h"
-#include "support/Outcome.h"
-
-#include <QTest>
-
-#include <memory>
+#include "support/KeyringFixture.h"
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
@@ -13,34 +6,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const auto kService = u"orvella.device-token"_s;
-const auto kAccount = u"default"_s;
-
-using Reading = Outcome<std::optional<Secret>>;
 using Finding = SecretStore::Finding;
 using Looking = Outcome<Finding>;
 
 } // namespace
 
 /// The store and a keyring that the viewer does not unlock.
-class KeyringRefusalsTest final : public QObject {
+class KeyringRefusalsTest final : public KeyringFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        clock = std::make_unique<FakeClock>();
-        service = std::make_unique<FakeSecretService>();
-        store = std::make_unique<KeyringSecretStore>(*clock);
-    }
-
-    void cleanup()
-    {
-        store.reset();
-        QCOMPARE(clock->sleepers(), 0U);
-        service.reset();
-    }
-
     void aRefusalCountsForAllWhoWait()
     {
         service->put(kService, "token-1");
@@ -183,12 +158,6 @@ private:
         clock->advance(after);
         service->dismiss();
     }
-
-    Reading read(std::stop_token stop = {}) { return Reading(store->read(kService, kAccount, stop)); }
-
-    std::unique_ptr<FakeClock> clock;
-    std::unique_ptr<FakeSecretService> service;
-    std::unique_ptr<KeyringSecretStore> store;
 };
 
 QTEST_GUILESS_MAIN(KeyringRefusalsTest)
