@@ -1,21 +1,12 @@
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/StatusItemFixture.h"
 #include "platform/linux/TrayGlyph.h"
-#include "support/FakeStatusArea.h"
 
-#include <QGuiApplication>
-#include <QPalette>
 #include <QRegularExpression>
-#include <QTest>
-
-#include <memory>
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const StatusAppearance kBalance {u"$"_s, 18, StatusAppearance::Tone::label, u"Orvella · $1.25 available"_s};
-const StatusAppearance kAdReady {u"$ AD"_s, 42, StatusAppearance::Tone::green, u"Orvella · ad ready"_s};
 
 /// The pixels of a picture that came over the bus.
 QImage imageOf(const StatusPixmap& pixmap)
@@ -35,160 +26,16 @@ QImage drawn(TrayGlyph glyph, int pixels, const QColor& colour)
     return drawTrayGlyph(glyph, pixels, colour).convertToFormat(QImage::Format_ARGB32);
 }
 
-void setWindowColour(const QColor& colour)
-{
-    QPalette palette = QGuiApplication::palette();
-    palette.setColor(QPalette::Window, colour);
-    QGuiApplication::setPalette(palette);
-}
-
 } // namespace
 
-class StatusNotifierItemTest final : public QObject {
+/// What a bar reads of the item, and what it may ask of it.
+class StatusNotifierItemTest final : public QObject, private StatusItemFixture {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { start(); }
 
-    void init()
-    {
-        setWindowColour(Qt::black);
-        m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"item"_s);
-        QVERIFY(m_bus.isConnected());
-        m_tokens = {};
-        makeItem({});
-        m_area = std::make_unique<FakeStatusArea>();
-        m_clicks = 0;
-        m_menuPlaces.clear();
-    }
-
-    void cleanup()
-    {
-        m_area.reset();
-        m_item.reset();
-        m_bus = QDBusConnection(QString());
-        QDBusConnection::disconnectFromBus(u"item"_s);
-    }
-
-    void itRegistersByItsConnectionWhereAStatusAreaIsThere()
-    {
-        QVERIFY(m_area->start());
-
-        show();
-
-        QTRY_COMPARE(m_area->items(), QStringList {m_bus.baseService()});
-    }
-
-    void itRegistersWhenAStatusAreaComesLater()
-    {
-        show();
-        QTest::qWait(50);
-
-        QVERIFY(m_area->start());
-
-        QTRY_COMPARE(m_area->items(), QStringList {m_bus.baseService()});
-    }
-
-    void itRegistersAgainWithARestartedStatusArea()
-    {
-        QVERIFY(m_area->start());
-        show();
-        QTRY_COMPARE(m_area->items().size(), 1);
-
-        m_area->stop();
-        QTest::qWait(50);
-        QVERIFY(m_area->start());
-
-        QTRY_COMPARE(m_area->items(), QStringList {m_bus.baseService()});
-    }
-
-    void itRegistersWithAStatusAreaThatReplacesAnotherWithoutAPause()
-    {
-        QVERIFY(m_area->start());
-        show();
-        QTRY_COMPARE(m_area->items().size(), 1);
-
-        FakeStatusArea successor;
-        m_area->stop();
-        QVERIFY(successor.start());
-
-        QTRY_COMPARE(successor.items(), QStringList {m_bus.baseService()});
-    }
-
-    void itNeverRegistersTwiceWithTheSameStatusArea()
-    {
-        QVERIFY(m_area->start());
-        show();
-        QTRY_COMPARE(m_area->items().size(), 1);
-
-        m_item->setAppearance(kAdReady);
-        m_item->setAppearance(kBalance);
-        QTest::qWait(100);
-
-        QCOMPARE(m_area->items().size(), 1);
-    }
-
-    void aStatusAreaThatComesWhileTheItemLooksForItSeesItOnce()
-    {
-        show();
-        QVERIFY(m_area->start());
-        QTRY_COMPARE(m_area->items().size(), 1);
-
-        QTest::qWait(100);
-
-        QCOMPARE(m_area->items().size(), 1);
-    }
-
-    void itRegistersAgainWithAStatusAreaThatWasNotReady()
-    {
-        m_area->refuse(true);
-        QVERIFY(m_area->start());
-        show();
-        QTRY_COMPARE(m_area->items().size(), 1);
-        QTest::qWait(50);
-
-        m_area->refuse(false);
-        m_area->announceHost();
-
-        QTRY_COMPARE(m_area->items().size(), 2);
-    }
-
-    void itSaysWhetherThereIsAWatcherBeforeItRegisters()
-    {
-        QList<bool> known;
-        qsizetype registeredBefore = -1;
-        connect(m_item.get(), &StatusNotifierItem::watcherKnown, this, [&](bool isThere) {
-            known.append(isThere);
-            registeredBefore = m_area->items().size();
-        });
-
-        show();
-        QTRY_COMPARE(known, QList<bool> {false});
-        QVERIFY(m_area->start());
-        QTRY_COMPARE(m_area->items().size(), 1);
-        QCOMPARE(registeredBefore, 0);
-        m_area->stop();
-
-        QTRY_COMPARE(known, (QList<bool> {false, true, false}));
-    }
-
-    void aSecondPanelIsNoReasonToRegisterAgain()
-    {
-        showInArea();
-
-        m_area->announceHost();
-        QTest::qWait(100);
-
-        QCOMPARE(m_area->items().size(), 1);
-    }
-
-    void itIsNotOnTheBusBeforeItIsShown()
-    {
-        QVERIFY(m_area->start());
-        QTest::qWait(50);
-
-        QCOMPARE(m_area->items(), QStringList());
-        QVERIFY(!read(u"Id"_s).isValid());
-    }
+    void cleanup() { finish(); }
 
     void aBarReadsWhatTheItemIs()
     {
@@ -417,49 +264,6 @@ private Q_SLOTS:
 
         QVERIFY(!read(u"Id"_s).isValid());
     }
-
-private:
-    void makeItem(const QString& symbolicIcon)
-    {
-        // The object's path on the bus has to be free.
-        m_item.reset();
-        m_item = std::make_unique<StatusNotifierItem>(
-            m_bus, StatusNotifierItem::Identity {u"org.example.orvella"_s, symbolicIcon}, m_tokens);
-        m_item->setAppearance(kBalance);
-    }
-
-    void show()
-    {
-        m_item->show({[this] { ++m_clicks; }, [this](QPoint place) { m_menuPlaces.append(place); }});
-    }
-
-    void showInArea()
-    {
-        QVERIFY(m_area->start());
-        show();
-        QTRY_COMPARE(m_area->items().size(), 1);
-    }
-
-    QVariant read(const QString& name) { return m_area->read(m_bus.baseService(), name); }
-
-    StatusPixmaps pixmaps(const QString& name)
-    {
-        const auto argument = read(name).value<QDBusArgument>();
-        return qdbus_cast<StatusPixmaps>(argument);
-    }
-
-    QStringList signalsSent()
-    {
-        m_area->synchronise(m_bus.baseService());
-        return m_area->takeSignals();
-    }
-
-    QDBusConnection m_bus {QString()};
-    ActivationTokens m_tokens;
-    std::unique_ptr<StatusNotifierItem> m_item;
-    std::unique_ptr<FakeStatusArea> m_area;
-    int m_clicks = 0;
-    QList<QPoint> m_menuPlaces;
 };
 
 QTEST_MAIN(StatusNotifierItemTest)
