@@ -1,10 +1,4 @@
-#include "support/FakeClock.h"
-#include "support/FakePackageKit.h"
-#include "updates/UpdateFlow.h"
-
-#include <QTest>
-
-#include <memory>
+#include "updates/UpdateFixture.h"
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
@@ -17,55 +11,17 @@ Q_DECLARE_METATYPE(orvella::PackageTrouble)
 
 namespace {
 
-constexpr uint kInstalled = 1;
-constexpr uint kNormal = 5;
 constexpr uint kBlocked = 9;
-constexpr uint kFailed = 2;
-constexpr uint kCancelled = 3;
-
-const auto kOld = u"orvella;0.1.0-1;amd64;auto:orvella-stable-main"_s;
-const auto kNew = u"orvella;0.2.0-1;amd64;orvella-stable-main"_s;
-const auto kNewUpdater = u"orvella-updater;0.2.0-1;amd64;orvella-stable-main"_s;
-const auto kForeign = u"firefox-esr;128.0-1;amd64;debian-stable-main"_s;
-
-Script error(uint code, const QString& words = {})
-{
-    return {.error = std::pair(code, words), .exit = kFailed};
-}
 
 } // namespace
 
-class UpdateCheckTest final : public QObject {
+class UpdateCheckTest final : public QObject, private UpdateFixture {
     Q_OBJECT
 
-private:
-    [[nodiscard]] const UpdateState& state() const { return m_flow->state(); }
-
-    /// Brings the flow to an offer.
-    void offer()
-    {
-        m_flow->check();
-        QTRY_COMPARE(state().stage, Stage::available);
-    }
-
 private Q_SLOTS:
-    void init()
-    {
-        m_packageKit = std::make_unique<FakePackageKit>();
-        m_packageKit->scripts = {
-            {u"Resolve"_s, {.packages = {{kInstalled, kOld}}}},
-            {u"GetUpdates"_s, {.packages = {{kNormal, kForeign}, {kNormal, kNewUpdater}, {kNormal, kNew}}}},
-        };
-        m_packageKit->start();
-        m_flow = std::make_unique<UpdateFlow>(QDBusConnection::sessionBus(), m_clock);
-    }
+    void init() { start({{kNormal, kForeign}, {kNormal, kNewUpdater}, {kNormal, kNew}}); }
 
-    void cleanup()
-    {
-        m_flow.reset();
-        m_packageKit.reset();
-        QCOMPARE(m_clock.sleepers(), 0U);
-    }
+    void cleanup() { finish(); }
 
     void nobodyIsAskedBeforeTheViewerAsks()
     {
@@ -305,11 +261,6 @@ private Q_SLOTS:
 
         QCOMPARE(m_packageKit->calls().filter(u"Cancel"_s), QStringList());
     }
-
-private:
-    std::unique_ptr<FakePackageKit> m_packageKit;
-    FakeClock m_clock;
-    std::unique_ptr<UpdateFlow> m_flow;
 };
 
 QTEST_GUILESS_MAIN(UpdateCheckTest)

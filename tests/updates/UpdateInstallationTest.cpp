@@ -1,11 +1,6 @@
-#include "support/FakeClock.h"
-#include "support/FakePackageKit.h"
-#include "updates/UpdateFlow.h"
+#include "updates/UpdateFixture.h"
 
 #include <QSignalSpy>
-#include <QTest>
-
-#include <memory>
 
 using namespace orvella;
 using namespace std::chrono_literals;
@@ -20,37 +15,14 @@ Q_DECLARE_METATYPE(orvella::PackageTrouble)
 
 namespace {
 
-constexpr uint kInstalled = 1;
-constexpr uint kNormal = 5;
 constexpr uint kRemoving = 13;
-constexpr uint kFailed = 2;
-constexpr uint kCancelled = 3;
-
-const auto kOld = u"orvella;0.1.0-1;amd64;auto:orvella-stable-main"_s;
-const auto kNew = u"orvella;0.2.0-1;amd64;orvella-stable-main"_s;
-const auto kNewUpdater = u"orvella-updater;0.2.0-1;amd64;orvella-stable-main"_s;
-const auto kForeign = u"firefox-esr;128.0-1;amd64;debian-stable-main"_s;
-
-Script error(uint code, const QString& words = {})
-{
-    return {.error = std::pair(code, words), .exit = kFailed};
-}
 
 } // namespace
 
-class UpdateInstallationTest final : public QObject {
+class UpdateInstallationTest final : public QObject, private UpdateFixture {
     Q_OBJECT
 
 private:
-    [[nodiscard]] const UpdateState& state() const { return m_flow->state(); }
-
-    /// Brings the flow to an offer.
-    void offer()
-    {
-        m_flow->check();
-        QTRY_COMPARE(state().stage, Stage::available);
-    }
-
     /// Brings the flow to an installation that is held.
     void beginInstallation()
     {
@@ -61,23 +33,9 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_packageKit = std::make_unique<FakePackageKit>();
-        m_packageKit->scripts = {
-            {u"Resolve"_s, {.packages = {{kInstalled, kOld}}}},
-            {u"GetUpdates"_s, {.packages = {{kNormal, kForeign}, {kNormal, kNewUpdater}, {kNormal, kNew}}}},
-        };
-        m_packageKit->start();
-        m_flow = std::make_unique<UpdateFlow>(QDBusConnection::sessionBus(), m_clock);
-    }
+    void init() { start({{kNormal, kForeign}, {kNormal, kNewUpdater}, {kNormal, kNew}}); }
 
-    void cleanup()
-    {
-        m_flow.reset();
-        m_packageKit.reset();
-        QCOMPARE(m_clock.sleepers(), 0U);
-    }
+    void cleanup() { finish(); }
 
     void anInstallationIsRehearsedFirst()
     {
@@ -277,11 +235,6 @@ private Q_SLOTS:
         QCOMPARE(state().stage, Stage::upToDate);
         QCOMPARE(m_packageKit->requests().filter(u"UpdatePackages"_s), QStringList());
     }
-
-private:
-    std::unique_ptr<FakePackageKit> m_packageKit;
-    FakeClock m_clock;
-    std::unique_ptr<UpdateFlow> m_flow;
 };
 
 QTEST_GUILESS_MAIN(UpdateInstallationTest)

@@ -1,10 +1,4 @@
-#include "support/FakeClock.h"
-#include "support/FakePackageKit.h"
-#include "updates/UpdateFlow.h"
-
-#include <QTest>
-
-#include <memory>
+#include "updates/UpdateFixture.h"
 
 using namespace orvella;
 using namespace std::chrono_literals;
@@ -12,25 +6,11 @@ using namespace Qt::StringLiterals;
 using Stage = UpdateState::Stage;
 using Kind = PackageTrouble::Kind;
 
-namespace {
-
-constexpr uint kInstalled = 1;
-constexpr uint kNormal = 5;
-constexpr uint kFailed = 2;
-
-const auto kOld = u"orvella;0.1.0-1;amd64;auto:orvella-stable-main"_s;
-const auto kNew = u"orvella;0.2.0-1;amd64;orvella-stable-main"_s;
-const auto kForeign = u"firefox-esr;128.0-1;amd64;debian-stable-main"_s;
-
-} // namespace
-
 /// How long a check waits for a PackageKit that says nothing.
-class UpdatePatienceTest final : public QObject {
+class UpdatePatienceTest final : public QObject, private UpdateFixture {
     Q_OBJECT
 
 private:
-    [[nodiscard]] const UpdateState& state() const { return m_flow->state(); }
-
     /// Has the transaction that is held say how far it is, and waits until that has been heard.
     void tellStatus(uint status)
     {
@@ -42,23 +22,9 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_packageKit = std::make_unique<FakePackageKit>();
-        m_packageKit->scripts = {
-            {u"Resolve"_s, {.packages = {{kInstalled, kOld}}}},
-            {u"GetUpdates"_s, {.packages = {{kNormal, kNew}}}},
-        };
-        m_packageKit->start();
-        m_flow = std::make_unique<UpdateFlow>(QDBusConnection::sessionBus(), m_clock);
-    }
+    void init() { start({{kNormal, kNew}}); }
 
-    void cleanup()
-    {
-        m_flow.reset();
-        m_packageKit.reset();
-        QCOMPARE(m_clock.sleepers(), 0U);
-    }
+    void cleanup() { finish(); }
 
     void aPackageKitThatNeverAnswersCountsAsSilentAfterTwoMinutes()
     {
@@ -177,11 +143,6 @@ private Q_SLOTS:
 
         QTRY_COMPARE(state().stage, Stage::available);
     }
-
-private:
-    std::unique_ptr<FakePackageKit> m_packageKit;
-    FakeClock m_clock;
-    std::unique_ptr<UpdateFlow> m_flow;
 };
 
 QTEST_GUILESS_MAIN(UpdatePatienceTest)
