@@ -101,8 +101,9 @@ int diagnose(int argc, char** argv, const CommandLine& commandLine)
 {
     SystemPlatform::prepareProcess();
     // The fault may be that there is no display, or none that lets the program in.
-    const DisplayChoice display;
+    std::optional<DisplayChoice> display(std::in_place);
     const QApplication application(argc, argv);
+    display.reset();
     describeApplication();
     SystemPlatform platform(commandLine.profile, commandLine.overlays);
     const auto running = platform.instance().running();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 namespace orvella {
@@ -18,6 +20,10 @@ public:
     [[nodiscard]] virtual bool isMotionReduced() const = 0;
     /// How much larger than usual text is to be, 1 being the usual size; beyond what windows are scaled by as a whole.
     [[nodiscard]] virtual double textScale() const = 0;
+    /// The family of the fonts that texts are in; empty where the toolkit knows best.
+    [[nodiscard]] virtual QString fontFamily() const = 0;
+    /// The same for figures and letters of one width.
+    [[nodiscard]] virtual QString fixedFontFamily() const = 0;
 
     /// Calls `changed` after any of the answers has changed. There is one listener.
     virtual void watch(std::function<void()> changed) = 0;

@@ -4,8 +4,9 @@
 
 namespace orvella {
 
-/// Which display the toolkit shows the program on. Made before the application object; what the viewer has chosen for
-/// the toolkit, in the environment, is there again when this goes, for the programs that are started later.
+/// Which display the toolkit shows the program on, and that it brings no other toolkit along. Made before the
+/// application object; what the viewer and the desktop have said in the environment is there again when this goes, for
+/// the program and for those that are started later.
 class DisplayChoice final {
 public:
     DisplayChoice();
@@ -20,6 +21,7 @@ public:
 
 private:
     QByteArray m_former;
+    QByteArray m_desktop;
 };
 
 } // namespace orvella

@@ -186,12 +186,18 @@ public:
 
     [[nodiscard]] double textScale() const override { return scale; }
 
+    [[nodiscard]] QString fontFamily() const override { return family; }
+
+    [[nodiscard]] QString fixedFontFamily() const override { return fixedFamily; }
+
     void watch(std::function<void()> listener) override { changed = std::move(listener); }
 
     Scheme current = Scheme::light;
     bool highContrast = false;
     bool motionReduced = true;
     double scale = 1;
+    QString family;
+    QString fixedFamily;
     std::function<void()> changed;
 };
 

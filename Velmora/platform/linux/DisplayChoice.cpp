@@ -9,6 +9,7 @@ namespace {
 
 constexpr auto kVariable = "QT_QPA_PLATFORM";
 constexpr auto kNothingShown = "offscreen";
+constexpr auto kDesktop = "XDG_CURRENT_DESKTOP";
 
 QByteArrayList displaysOfTheSession()
 {
@@ -22,11 +23,21 @@ QByteArrayList displaysOfTheSession()
     return displays;
 }
 
+/// By these names Qt loads GTK 3 for its theme: 65 MiB and as many milliseconds, for a font and a palette that the
+/// desktop's settings tell as well. Plasma's theme is built into Qt.
+bool bringsGtk(const QByteArray& desktop)
+{
+    return !desktop.isEmpty() && !desktop.split(':').contains("KDE");
+}
+
 } // namespace
 
 DisplayChoice::DisplayChoice()
     : m_former(qgetenv(kVariable))
+    , m_desktop(qgetenv(kDesktop))
 {
+    if (bringsGtk(m_desktop))
+        qunsetenv(kDesktop);
     auto displays = m_former.isEmpty() ? displaysOfTheSession() : QByteArrayList {m_former};
     // Qt ends the program with a core dump where no display lets it in; this one always does.
     if (!m_former.contains(kNothingShown))
@@ -40,6 +51,8 @@ DisplayChoice::~DisplayChoice()
         qunsetenv(kVariable);
     else
         qputenv(kVariable, m_former);
+    if (!m_desktop.isEmpty())
+        qputenv(kDesktop, m_desktop);
 }
 
 bool DisplayChoice::isEmpty() const

@@ -28,6 +28,10 @@ public:
 
     [[nodiscard]] double textScale() const override { return m_look.textScale; }
 
+    [[nodiscard]] QString fontFamily() const override { return m_look.fontFamily; }
+
+    [[nodiscard]] QString fixedFontFamily() const override { return m_look.fixedFontFamily; }
+
     void watch(std::function<void()> changed) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;

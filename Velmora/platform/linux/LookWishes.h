@@ -10,6 +10,8 @@ struct LookWishes {
     bool isHighContrast = false;
     bool isMotionReduced = false;
     double textScale = 1;
+    QString fontFamily = {};
+    QString fixedFontFamily = {};
 
     friend bool operator==(const LookWishes&, const LookWishes&) = default;
 };
@@ -22,6 +24,8 @@ struct LookWishes {
         .isHighContrast = first.isHighContrast || second.isHighContrast,
         .isMotionReduced = first.isMotionReduced || second.isMotionReduced,
         .textScale = first.textScale * second.textScale,
+        .fontFamily = first.fontFamily.isEmpty() ? second.fontFamily : first.fontFamily,
+        .fixedFontFamily = first.fixedFontFamily.isEmpty() ? second.fixedFontFamily : first.fixedFontFamily,
     };
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/PortalSettings.h"
 
+#include "platform/linux/FontName.h"
 #include "platform/linux/ThemeName.h"
 
 #include <QDBusVariant>
@@ -95,6 +96,8 @@ LookWishes portalWishes(const PortalSettings& settings)
             || is(value(settings, kAccessibility, "high-contrast"_L1), true),
         .isMotionReduced = isMotionReduced(settings),
         .textScale = textScaleOf(settings),
+        .fontFamily = fontFamily(text(value(settings, kInterface, "font-name"_L1))),
+        .fixedFontFamily = fontFamily(text(value(settings, kInterface, "monospace-font-name"_L1))),
     };
     return joined(said, themeWishes(text(value(settings, kInterface, "gtk-theme"_L1))));
 }

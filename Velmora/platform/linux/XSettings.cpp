@@ -1,5 +1,6 @@
 #include "platform/linux/XSettings.h"
 
+#include "platform/linux/FontName.h"
 #include "platform/linux/ThemeName.h"
 
 #include <QtEndian>
@@ -79,6 +80,13 @@ bool readSetting(Bytes& bytes, XSettings& settings)
     return false;
 }
 
+QString text(const XSettings& settings, const QByteArray& name)
+{
+    const auto value = settings.value(name);
+    const auto* const bytes = std::get_if<QByteArray>(&value);
+    return bytes != nullptr ? QString::fromUtf8(*bytes) : QString();
+}
+
 bool isOff(const XSettings& settings, const QByteArray& name)
 {
     const auto found = settings.constFind(name);
@@ -109,9 +117,9 @@ std::optional<XSettings> parseXSettings(const QByteArray& data)
 
 LookWishes xSettingsWishes(const XSettings& settings)
 {
-    const auto theme = settings.value("Net/ThemeName");
-    const auto* const name = std::get_if<QByteArray>(&theme);
-    auto wishes = themeWishes(name != nullptr ? QString::fromUtf8(*name) : QString());
+    auto wishes = themeWishes(text(settings, "Net/ThemeName"));
+    wishes.fontFamily = fontFamily(text(settings, "Gtk/FontName"));
+    wishes.fixedFontFamily = fontFamily(text(settings, "Gtk/MonospaceFontName"));
     wishes.isMotionReduced = isOff(settings, "Gtk/EnableAnimations") || isOff(settings, "Net/EnableAnimations");
     return wishes;
 }

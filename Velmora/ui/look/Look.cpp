@@ -51,6 +51,19 @@ Measure measure(TypeStyle style)
     Q_UNREACHABLE();
 }
 
+/// The palette itself where it is dark. Contrast is what counts of the other.
+QPalette darkPalette(const QPalette& palette)
+{
+    constexpr float kMiddle = 0.5F;
+    if (palette.color(QPalette::Window).lightnessF() < kMiddle)
+        return palette;
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::Link, Qt::cyan);
+    dark.setColor(QPalette::Highlight, Qt::white);
+    dark.setColor(QPalette::HighlightedText, Qt::black);
+    return dark;
+}
+
 } // namespace
 
 Look::Look(DesktopLook& desktop)
@@ -73,6 +86,9 @@ QFont Look::font(TypeStyle style) const
 {
     const auto wanted = measure(style);
     auto font = wanted.isFixedWidth ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QGuiApplication::font();
+    const auto family = wanted.isFixedWidth ? m_desktop.fixedFontFamily() : m_desktop.fontFamily();
+    if (!family.isEmpty())
+        font.setFamily(family);
     font.setPixelSize(scaled(wanted.size));
     font.setWeight(wanted.weight);
     font.setItalic(false);
@@ -107,7 +123,7 @@ Theme Look::currentTheme() const
 {
     const auto palette = QGuiApplication::palette();
     if (m_desktop.isHighContrast())
-        return Theme::highContrast(palette);
+        return Theme::highContrast(m_desktop.scheme() == DesktopLook::Scheme::dark ? darkPalette(palette) : palette);
     switch (m_desktop.scheme()) {
     case DesktopLook::Scheme::light:
         return Theme::light();

@@ -145,6 +145,15 @@ private Q_SLOTS:
         QTEST(wishes.textScale, "expected");
     }
 
+    void theFontsAreThoseOfTheInterface()
+    {
+        const auto wishes = portalWishes(
+            {{kInterface, {{u"font-name"_s, u"Cantarell 11"_s}, {u"monospace-font-name"_s, u"Source Code Pro 10"_s}}}});
+
+        QCOMPARE(wishes.fontFamily, u"Cantarell"_s);
+        QCOMPARE(wishes.fixedFontFamily, u"Source Code Pro"_s);
+    }
+
     void aGroupThatIsNotAskedForSaysNothing()
     {
         for (const auto& group : {kAppearance, kInterface, kAccessibility, kPlasma})

@@ -55,6 +55,16 @@ private Q_SLOTS:
         QCOMPARE(parseXSettings(XSettingsBytes::of({{"a", 1}, {"a", 2}})), (XSettings {{"a", 2}}));
     }
 
+    void theFontsAreThoseOfTheToolkitThatReadsThem()
+    {
+        const auto wishes = xSettingsWishes(
+            {{"Gtk/FontName", QByteArray("Noto Sans 10")}, {"Gtk/MonospaceFontName", QByteArray("Noto Sans Mono 10")}});
+
+        QCOMPARE(wishes.fontFamily, QStringLiteral("Noto Sans"));
+        QCOMPARE(wishes.fixedFontFamily, QStringLiteral("Noto Sans Mono"));
+        QCOMPARE(xSettingsWishes({{"Gtk/FontName", 10}}).fontFamily, QString());
+    }
+
     void bytesThatAreNoListAreRefused_data()
     {
         QTest::addColumn<QByteArray>("bytes");

@@ -11,6 +11,7 @@
 #include <QWidget>
 
 using namespace orvella;
+using namespace Qt::Literals::StringLiterals;
 
 class LookTest final : public QObject {
     Q_OBJECT
@@ -73,7 +74,7 @@ private Q_SLOTS:
     void highContrastComesBeforeTheScheme()
     {
         FakeLook desktop;
-        desktop.current = DesktopLook::Scheme::dark;
+        desktop.current = DesktopLook::Scheme::light;
         desktop.highContrast = true;
 
         QCOMPARE(Look(desktop).theme().surface, QGuiApplication::palette().color(QPalette::Window));
@@ -90,6 +91,30 @@ private Q_SLOTS:
 
         QCOMPARE(look.font(TypeStyle::body).pixelSize(), 20);
         QCOMPARE(look.lineHeight(TypeStyle::body), 24);
+    }
+
+    void textsAreInTheFontsThatTheDesktopNames()
+    {
+        FakeLook desktop;
+        desktop.family = u"Cantarell"_s;
+        desktop.fixedFamily = u"Source Code Pro"_s;
+
+        const Look look(desktop);
+
+        QCOMPARE(look.font(TypeStyle::body).family(), u"Cantarell"_s);
+        QCOMPARE(look.font(TypeStyle::balance).family(), u"Source Code Pro"_s);
+    }
+
+    void highContrastIsDarkWhereTheDesktopIs()
+    {
+        FakeLook desktop;
+        desktop.highContrast = true;
+        desktop.current = DesktopLook::Scheme::dark;
+
+        const Look look(desktop);
+
+        QVERIFY(look.theme().window.lightnessF() < 0.1F);
+        QVERIFY(look.theme().text.lightnessF() > 0.9F);
     }
 
     void moneyIsSetInTheFixedWidthFont()
