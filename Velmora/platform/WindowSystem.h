@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/NativePopover.h"
+
 #include <QPoint>
 
 #include <functional>
@@ -32,6 +34,14 @@ public:
 
     /// Lets the pointer through everywhere but in this region of a window, given in the window's own coordinates.
     virtual void setInputRegion(QWindow& window, const QRegion& region) = 0;
+
+    /// A popover of the window system's own; nothing where there are none, and the program makes them. `closed` is
+    /// called whenever it has closed, whoever closed it.
+    [[nodiscard]] virtual std::unique_ptr<NativePopover> makePopover(
+        NativePopover::Behaviour /*behaviour*/, std::function<void()> /*closed*/)
+    {
+        return nullptr;
+    }
 
     /// Calls `pressed` with the place on the desktop whenever a button of the pointer goes down, wherever that is, as
     /// long as the watch is kept. While there is none, nothing is reported to the program.

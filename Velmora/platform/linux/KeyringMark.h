@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/BackgroundThread.h"
+#include "platform/BackgroundThread.h"
 
 #include <QCoroTask>
 #include <QString>

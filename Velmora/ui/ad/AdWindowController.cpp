@@ -49,7 +49,9 @@ void AdWindowController::show(Popover::Keyboard keyboard)
     if (!m_popover)
         buildPanel();
     m_popover->open(keyboard);
-    m_viewing.start();
+    // Where there is nothing that the panel could hang from, there is nothing to view.
+    if (isShown())
+        m_viewing.start();
 }
 
 bool AdWindowController::isShown() const
@@ -127,7 +129,10 @@ std::optional<PopoverAnchor> AdWindowController::informationAnchor() const
     const auto& button = m_view->informationButton();
     const auto panel = m_popover->contentRect();
     const auto left = button.mapTo(m_view, QPoint()).x();
-    return PopoverAnchor {QRect(panel.left() + left, panel.top(), button.width(), panel.height())};
+    return PopoverAnchor {
+        .rect = QRect(panel.left() + left, panel.top(), button.width(), panel.height()),
+        .widget = &button,
+    };
 }
 
 } // namespace orvella

@@ -30,6 +30,12 @@ constexpr int kHalfItem = 16;
 constexpr Qt::WindowFlags kBubbleFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 constexpr Qt::WindowFlags kOrdinaryFlags = Qt::Window | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 
+NativePopover::Behaviour native(Popover::Behaviour behaviour)
+{
+    return behaviour == Popover::Behaviour::transient ? NativePopover::Behaviour::transient
+                                                      : NativePopover::Behaviour::applicationDefined;
+}
+
 } // namespace
 
 Popover::Popover(const Look& look, WindowSystem& windows, Clock& clock, Behaviour behaviour, QWidget* content,
@@ -57,7 +63,14 @@ Popover::Popover(const Look& look, WindowSystem& windows, Clock& clock, Behaviou
         if (m_isShown)
             choosePlace();
     });
-    followScreens();
+    const auto hasClosed = [this] {
+        hide();
+        Q_EMIT closed();
+    };
+    if (auto popover = windows.makePopover(native(behaviour), hasClosed))
+        m_hosted = std::make_unique<HostedWidget>(std::move(popover), *this);
+    else
+        followScreens();
 }
 
 Popover::~Popover()
@@ -68,8 +81,18 @@ Popover::~Popover()
 
 void Popover::open(Keyboard keyboard)
 {
-    if (m_isShown)
+    if (isShown())
         return;
+    if (m_hosted)
+        m_hosted->open(m_content->size(), m_anchor());
+    else
+        openOwn(keyboard);
+    if (keyboard == Keyboard::taken && isShown())
+        activate();
+}
+
+void Popover::openOwn(Keyboard keyboard)
+{
     m_isShown = true;
     m_isPressedElsewhere = false;
     // It may still be fading away; this is a new opening all the same.
@@ -84,14 +107,16 @@ void Popover::open(Keyboard keyboard)
     fadeTo(1);
     if (m_behaviour == Behaviour::transient)
         m_presses = m_windows.watchPresses([this](QPoint place) { pressed(place); });
-    if (keyboard == Keyboard::taken)
-        activate();
     stop(m_correction);
     m_correction = m_clock.startTimer(kCorrectionDelay, [this] { correctPlace(); });
 }
 
 void Popover::performClose()
 {
+    if (m_hosted) {
+        m_hosted->performClose();
+        return;
+    }
     if (!std::exchange(m_isShown, false))
         return;
     stop(m_waitForClick);
@@ -147,6 +172,9 @@ void Popover::keyPressEvent(QKeyEvent* event)
 
 void Popover::paintEvent(QPaintEvent* /*event*/)
 {
+    // The system's own popover has its own ground and outline.
+    if (m_hosted)
+        return;
     QPainter painter(this);
     if (m_frame == Frame::ordinaryWindow) {
         painter.fillRect(rect(), m_look.theme().surface);

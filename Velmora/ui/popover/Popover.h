@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "ui/look/Look.h"
+#include "ui/popover/HostedWidget.h"
 #include "ui/popover/PopoverPlacement.h"
 
 #include <QVariantAnimation>
@@ -16,7 +17,8 @@ class WindowSystem;
 
 /// A window that hangs from something and points at it.
 ///
-/// Where the desktop places windows itself it is an ordinary small window.
+/// Where the desktop places windows itself it is an ordinary small window; where the window system has popovers of its
+/// own, it is the content of one.
 class Popover final : public QWidget {
     Q_OBJECT
 
@@ -39,7 +41,7 @@ public:
     void open(Keyboard keyboard);
     /// Closes it for the program.
     void performClose();
-    [[nodiscard]] bool isShown() const { return m_isShown; }
+    [[nodiscard]] bool isShown() const { return m_hosted ? m_hosted->isShown() : m_isShown; }
 
     /// Stays open although a button went down elsewhere: that was the status item's.
     void forgivePress();
@@ -67,6 +69,7 @@ protected:
 private:
     enum class Frame { bubbleWithShadow, plainBubble, ordinaryWindow };
 
+    void openOwn(Keyboard keyboard);
     void chooseFrame();
     void choosePlace();
     void limitInput();
@@ -97,6 +100,8 @@ private:
     bool m_isPressedElsewhere = false;
     std::optional<Clock::TimerId> m_waitForClick;
     std::optional<Clock::TimerId> m_correction;
+    /// There where the window system has popovers of its own. Nothing of the above is used then.
+    std::unique_ptr<HostedWidget> m_hosted;
 };
 
 } // namespace orvella

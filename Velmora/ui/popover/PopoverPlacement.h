@@ -8,6 +8,8 @@
 
 #include <optional>
 
+class QWidget;
+
 namespace orvella {
 
 /// What a popover points at.
@@ -16,6 +18,8 @@ struct PopoverAnchor {
     QRect rect;
     /// From the anchor to the tip of the arrow.
     int gap = 0;
+    /// What a popover of the window system's own hangs from; the status item where it is none of the program's widgets.
+    const QWidget* widget = nullptr;
 };
 
 /// A screen and the part of it that the bars of the desktop leave to windows.

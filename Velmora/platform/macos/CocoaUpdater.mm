@@ -1,0 +1,49 @@
+#include "platform/macos/CocoaUpdater.h"
+
+#include "platform/macos/CocoaObjects.h"
+#include "platform/macos/Literals.h"
+
+/// What is used of the framework's class, which is known at run time only.
+@protocol OrvellaUpdaterController <NSObject>
+- (nullable instancetype)initWithStartingUpdater:(BOOL)startsUpdater
+                                 updaterDelegate:(nullable id)updaterDelegate
+                              userDriverDelegate:(nullable id)userDriverDelegate;
+- (void)checkForUpdates:(nullable id)sender;
+@end
+
+namespace orvella {
+
+namespace {
+
+/// Nil where the framework is not in the bundle, does not load or has no such class.
+Class _Nullable updaterClass()
+{
+    NSString* const folder = NSBundle.mainBundle.privateFrameworksPath;
+    NSString* const path = [folder stringByAppendingPathComponent:textObject(literals::kUpdateFramework)];
+    NSBundle* const framework = path != nil ? [NSBundle bundleWithPath:path] : nil;
+    return [framework load] ? NSClassFromString(textObject(literals::kUpdaterClass)) : Nil;
+}
+
+class Updater final : public CocoaUpdater {
+public:
+    void start() override
+    {
+        m_controller = [[updaterClass() alloc] initWithStartingUpdater:YES updaterDelegate:nil userDriverDelegate:nil];
+    }
+
+    void checkForUpdates() override { [m_controller checkForUpdates:nil]; }
+
+    [[nodiscard]] bool isThere() const override { return m_controller != nil; }
+
+private:
+    id<OrvellaUpdaterController> m_controller = nil;
+};
+
+} // namespace
+
+std::unique_ptr<CocoaUpdater> CocoaUpdater::make()
+{
+    return std::make_unique<Updater>();
+}
+
+} // namespace orvella

@@ -1,0 +1,72 @@
+#include "platform/macos/CocoaWorkspace.h"
+
+#include "platform/macos/CocoaObjects.h"
+#include "platform/macos/Literals.h"
+
+#import <AppKit/AppKit.h>
+
+namespace orvella {
+
+namespace {
+
+static_assert(NSApplicationActivationPolicyRegular == 0);
+
+class Workspace final : public CocoaWorkspace {
+public:
+    [[nodiscard]] std::vector<Application> runningApplications() const override
+    {
+        std::vector<Application> result;
+        for (NSRunningApplication* running in NSWorkspace.sharedWorkspace.runningApplications)
+            result.push_back({running.activationPolicy, text(running.bundleIdentifier), text(running.localizedName)});
+        return result;
+    }
+
+    bool open(const std::string& address) override
+    {
+        NSURL* const url = [NSURL URLWithString:textObject(address)];
+        return url != nil && [NSWorkspace.sharedWorkspace openURL:url];
+    }
+
+    [[nodiscard]] std::optional<std::string> computerName() const override
+    {
+        return text(NSHost.currentHost.localizedName);
+    }
+
+    [[nodiscard]] std::optional<std::string> applicationVersion() const override
+    {
+        return text([NSBundle.mainBundle objectForInfoDictionaryKey:textObject(literals::kVersionKey)]);
+    }
+
+    [[nodiscard]] std::optional<std::string> languageCode() const override
+    {
+        return text([NSLocale.autoupdatingCurrentLocale objectForKey:NSLocaleLanguageCode]);
+    }
+
+    [[nodiscard]] std::optional<std::string> currencyText(double dollars) const override
+    {
+        NSNumberFormatter* const formatter = [[NSNumberFormatter alloc] init];
+        formatter.locale = NSLocale.autoupdatingCurrentLocale;
+        formatter.numberStyle = NSNumberFormatterCurrencyStyle;
+        formatter.currencyCode = textObject(literals::kCurrency);
+        return text([formatter stringFromNumber:@(dollars)]);
+    }
+
+    [[nodiscard]] Look look() const override
+    {
+        NSArray<NSAppearanceName>* const names = @[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ];
+        NSAppearanceName const best = [NSApp.effectiveAppearance bestMatchFromAppearancesWithNames:names];
+        NSWorkspace* const workspace = NSWorkspace.sharedWorkspace;
+        return {static_cast<bool>([best isEqualToString:NSAppearanceNameDarkAqua]),
+            static_cast<bool>(workspace.accessibilityDisplayShouldIncreaseContrast),
+            static_cast<bool>(workspace.accessibilityDisplayShouldReduceMotion)};
+    }
+};
+
+} // namespace
+
+std::unique_ptr<CocoaWorkspace> CocoaWorkspace::make()
+{
+    return std::make_unique<Workspace>();
+}
+
+} // namespace orvella
