@@ -15,7 +15,8 @@ declare -A packages=(
     [shots]="fonts-inter fonts-jetbrains-mono"
     [test]="libqt6sql6-sqlite ca-certificates chromium chromium-driver locales openssl librsvg2-bin picom
         x11-xserver-utils at-spi2-core python3-gi gir1.2-atspi-2.0 desktop-file-utils appstream groff
-        bash-completion binutils packagekit xfce4-session mate-session-manager lxqt-session strace"
+        bash-completion binutils packagekit xfce4-session mate-session-manager lxqt-session strace
+        python3"
     [mutate]="python3"
     [bench]="libbenchmark-dev"
     # Measures and draws.
