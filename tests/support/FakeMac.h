@@ -47,7 +47,7 @@ struct FakeMac {
     MacUpdater updater {framework};
     MacSystemReport report {framework};
     MacProxies proxies;
-    MacInstance instance {cocoaApplication};
+    MacInstance instance {cocoaApplication, workspace};
 
     [[nodiscard]] Platform lend()
     {

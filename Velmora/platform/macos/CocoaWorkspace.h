@@ -16,6 +16,7 @@ public:
         std::int64_t activationPolicy = 0;
         std::optional<std::string> bundleIdentifier;
         std::optional<std::string> localizedName;
+        std::int64_t process = 0;
     };
     struct Look {
         bool isDark = false;

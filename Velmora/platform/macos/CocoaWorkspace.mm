@@ -17,7 +17,8 @@ public:
     {
         std::vector<Application> result;
         for (NSRunningApplication* running in NSWorkspace.sharedWorkspace.runningApplications)
-            result.push_back({running.activationPolicy, text(running.bundleIdentifier), text(running.localizedName)});
+            result.push_back({running.activationPolicy, text(running.bundleIdentifier), text(running.localizedName),
+                running.processIdentifier});
         return result;
     }
 

@@ -84,7 +84,7 @@ struct SystemPlatform::Services {
     MacUpdater updater {*cocoaUpdater};
     MacSystemReport report {*cocoaUpdater};
     MacProxies proxies;
-    MacInstance instance {*application};
+    MacInstance instance {*application, *workspace};
 };
 
 /// Qt would bring the program to the front at its start, which is not for a program that starts at login.

@@ -108,6 +108,17 @@ private Q_SLOTS:
         QCOMPARE(std::get<double>(world.mac.defaults.values.at(kPosition)), 512.5);
     }
 
+    void theItemHasItsTextAsSoonAsItIsThere()
+    {
+        World world;
+        AppDelegate delegate(world.mac.lend(), world.transport);
+
+        delegate.applicationDidFinishLaunching();
+
+        QCOMPARE(world.mac.menuBar.appearances.size(), 1U);
+        QCOMPARE(world.description(), "Orvella · $0.00 available");
+    }
+
     void theItemHasTheTextAndTheLengthOfItsState()
     {
         World world;

@@ -137,6 +137,19 @@ private Q_SLOTS:
         QCOMPARE(requests, std::vector {Instance::Request::reopen});
     }
 
+    void anotherProcessOfTheApplicationIsTheRunningOne()
+    {
+        FakeMac mac;
+        const auto own = QCoreApplication::applicationPid();
+        mac.workspace.running = {{1, "io.orvella.Orvella", "Orvella", own}, {0, "com.example.notes", "Notes", own + 1}};
+        QVERIFY(!mac.instance.running().isThere);
+
+        mac.workspace.running.push_back({1, "io.orvella.Orvella", "Orvella", own + 2});
+
+        QVERIFY(mac.instance.running().isThere);
+        QVERIFY(!mac.instance.running().report);
+    }
+
     void theLookFollowsTheAppearance()
     {
         FakeMac mac;

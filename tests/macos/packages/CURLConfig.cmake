@@ -1,0 +1,1 @@
+add_library(CURL::libcurl INTERFACE IMPORTED)

@@ -1,0 +1,2 @@
+add_library(ICU::i18n INTERFACE IMPORTED)
+add_library(ICU::uc INTERFACE IMPORTED)

@@ -1,0 +1,1 @@
+add_library(QCoro6::Core INTERFACE IMPORTED)
