@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/SecretStore.h"
 #include "platform/BackgroundThread.h"
+#include "platform/SecretStore.h"
 #include "platform/linux/SecretFile.h"
 
 namespace orvella {

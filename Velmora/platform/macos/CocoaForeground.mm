@@ -37,7 +37,7 @@ CocoaForeground::Window windowOf(NSDictionary* description)
 
 class Foreground final : public CocoaForeground {
 public:
-    [[nodiscard]] PropertyValue screenLock() const override
+    PropertyValue screenLock() const override
     {
         NSDictionary* const session = CFBridgingRelease(CGSessionCopyCurrentDictionary());
         return [session isKindOfClass:NSDictionary.class]
@@ -45,13 +45,13 @@ public:
             : PropertyValue();
     }
 
-    [[nodiscard]] std::optional<std::int64_t> frontProcess() const override
+    std::optional<std::int64_t> frontProcess() const override
     {
         NSRunningApplication* const front = NSWorkspace.sharedWorkspace.frontmostApplication;
         return front != nil ? std::optional<std::int64_t>(front.processIdentifier) : std::nullopt;
     }
 
-    [[nodiscard]] std::optional<std::vector<Window>> windows() const override
+    std::optional<std::vector<Window>> windows() const override
     {
         NSArray* const list = CFBridgingRelease(CGWindowListCopyWindowInfo(kWindows, kCGNullWindowID));
         if (![list isKindOfClass:NSArray.class])
@@ -65,7 +65,7 @@ public:
         return result;
     }
 
-    [[nodiscard]] std::vector<Size> screens() const override
+    std::vector<Size> screens() const override
     {
         std::vector<Size> sizes;
         for (NSScreen* screen in NSScreen.screens)

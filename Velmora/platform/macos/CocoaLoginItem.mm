@@ -8,28 +8,28 @@ namespace orvella {
 
 namespace {
 
-std::optional<std::string> failure(BOOL hasSucceeded, NSError* _Nullable error)
+using Text = std::optional<std::string>;
+
+std::string wordsOf(NSError* _Nullable error)
 {
-    return hasSucceeded ? std::nullopt : std::optional(text(error.localizedDescription).value_or(std::string()));
+    return text(error.localizedDescription).value_or(std::string());
 }
 
 class LoginItem final : public CocoaLoginItem {
 public:
-    std::optional<std::string> registerItem() override
+    Text registerItem() override
     {
         NSError* error = nil;
-        const BOOL hasSucceeded = [SMAppService.mainAppService registerAndReturnError:&error];
-        return failure(hasSucceeded, error);
+        return [SMAppService.mainAppService registerAndReturnError:&error] ? Text() : wordsOf(error);
     }
 
-    std::optional<std::string> unregisterItem() override
+    Text unregisterItem() override
     {
         NSError* error = nil;
-        const BOOL hasSucceeded = [SMAppService.mainAppService unregisterAndReturnError:&error];
-        return failure(hasSucceeded, error);
+        return [SMAppService.mainAppService unregisterAndReturnError:&error] ? Text() : wordsOf(error);
     }
 
-    [[nodiscard]] Status status() const override
+    Status status() const override
     {
         switch (SMAppService.mainAppService.status) {
         case SMAppServiceStatusEnabled:

@@ -19,7 +19,7 @@ NSMutableDictionary<NSString*, id>* itemOf(const std::string& service, const std
 
 class Secrets final : public CocoaSecrets {
 public:
-    [[nodiscard]] Answer read(const std::string& service, const std::string& account) override
+    Answer read(const std::string& service, const std::string& account) override
     {
         auto* const query = itemOf(service, account);
         query[(__bridge NSString*)kSecReturnData] = @YES;
@@ -32,7 +32,7 @@ public:
         return answer;
     }
 
-    [[nodiscard]] Status look(const std::string& service, const std::string& account) override
+    Status look(const std::string& service, const std::string& account) override
     {
         return SecItemCopyMatching((__bridge CFDictionaryRef)itemOf(service, account), nullptr);
     }

@@ -13,7 +13,7 @@ public:
     {
     }
 
-    [[nodiscard]] PropertyValue value(const std::string& key) const override
+    PropertyValue value(const std::string& key) const override
     {
         return propertyValue([m_defaults objectForKey:textObject(key)]);
     }

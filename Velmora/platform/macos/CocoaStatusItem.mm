@@ -81,7 +81,7 @@ public:
 
     void performClose() override { [m_popover performClose:nil]; }
 
-    [[nodiscard]] bool isShown() const override { return m_popover.shown; }
+    bool isShown() const override { return m_popover.shown; }
 
 private:
     OrvellaStatusTarget* m_target;
@@ -132,8 +132,7 @@ public:
         button.accessibilityLabel = textObject(appearance.description);
     }
 
-    [[nodiscard]] std::unique_ptr<CocoaPopover> makePopover(
-        CocoaPopover::Behaviour behaviour, std::function<void()> closed) override
+    std::unique_ptr<CocoaPopover> makePopover(CocoaPopover::Behaviour behaviour, std::function<void()> closed) override
     {
         return std::make_unique<Popover>(m_target, behaviour, std::move(closed));
     }

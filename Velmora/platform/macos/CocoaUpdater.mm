@@ -33,7 +33,7 @@ public:
 
     void checkForUpdates() override { [m_controller checkForUpdates:nil]; }
 
-    [[nodiscard]] bool isThere() const override { return m_controller != nil; }
+    bool isThere() const override { return m_controller != nil; }
 
 private:
     id<OrvellaUpdaterController> m_controller = nil;

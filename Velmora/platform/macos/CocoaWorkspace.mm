@@ -11,9 +11,11 @@ namespace {
 
 static_assert(NSApplicationActivationPolicyRegular == 0);
 
+using Text = std::optional<std::string>;
+
 class Workspace final : public CocoaWorkspace {
 public:
-    [[nodiscard]] std::vector<Application> runningApplications() const override
+    std::vector<Application> runningApplications() const override
     {
         std::vector<Application> result;
         for (NSRunningApplication* running in NSWorkspace.sharedWorkspace.runningApplications)
@@ -28,22 +30,19 @@ public:
         return url != nil && [NSWorkspace.sharedWorkspace openURL:url];
     }
 
-    [[nodiscard]] std::optional<std::string> computerName() const override
-    {
-        return text(NSHost.currentHost.localizedName);
-    }
+    Text computerName() const override { return text(NSHost.currentHost.localizedName); }
 
-    [[nodiscard]] std::optional<std::string> applicationVersion() const override
+    Text applicationVersion() const override
     {
         return text([NSBundle.mainBundle objectForInfoDictionaryKey:textObject(literals::kVersionKey)]);
     }
 
-    [[nodiscard]] std::optional<std::string> languageCode() const override
+    Text languageCode() const override
     {
         return text([NSLocale.autoupdatingCurrentLocale objectForKey:NSLocaleLanguageCode]);
     }
 
-    [[nodiscard]] std::optional<std::string> currencyText(double dollars) const override
+    Text currencyText(double dollars) const override
     {
         NSNumberFormatter* const formatter = [[NSNumberFormatter alloc] init];
         formatter.locale = NSLocale.autoupdatingCurrentLocale;
@@ -52,7 +51,7 @@ public:
         return text([formatter stringFromNumber:@(dollars)]);
     }
 
-    [[nodiscard]] Look look() const override
+    Look look() const override
     {
         NSArray<NSAppearanceName>* const names = @[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ];
         NSAppearanceName const best = [NSApp.effectiveAppearance bestMatchFromAppearancesWithNames:names];
