@@ -2,6 +2,7 @@
 #include "app/AppDelegate.h"
 #include "support/FakeMac.h"
 #include "support/FakeTransport.h"
+#include "support/Outcome.h"
 #include "support/Samples.h"
 
 #include <QApplication>
@@ -62,6 +63,14 @@ struct World {
         launch();
     }
 
+    /// Until everything that it was asked so far is answered: it answers in the order of the questions.
+    void waitForKeychain()
+    {
+        const Outcome last(mac.secrets.read(u"last"_s, u"question"_s, {}));
+        QTRY_VERIFY(last.isThere());
+        settle();
+    }
+
     void click()
     {
         mac.menuBar.clicked();
@@ -91,7 +100,11 @@ private Q_SLOTS:
     {
         World world;
         std::optional<double> position;
-        world.mac.menuBar.onShow = [&] { position = std::get<double>(world.mac.defaults.values.at(kPosition)); };
+        world.mac.menuBar.onShow = [&] {
+            const auto value = world.mac.defaults.value(kPosition);
+            if (const auto* const number = std::get_if<double>(&value))
+                position = *number;
+        };
 
         world.launch();
 
@@ -194,6 +207,7 @@ private Q_SLOTS:
         world.click();
 
         world.click();
+        world.waitForKeychain();
 
         QVERIFY(world.open(kStays));
         QVERIFY(!world.open(kTransient));
@@ -206,12 +220,10 @@ private Q_SLOTS:
         world.launchWithOffer();
         world.click();
 
-        QTRY_VERIFY(world.transport.count(endpoints::kSessionStart) == 1);
-        settle();
+        world.waitForKeychain();
         for (int second = 0; second < anAd().requiredSeconds; ++second)
             world.mac.clock.advance(1s);
-        QTRY_VERIFY(world.transport.count(endpoints::kSessionComplete) == 1);
-        settle();
+        world.waitForKeychain();
         QVERIFY(world.open(kStays));
         world.mac.clock.advance(3s);
 
@@ -224,11 +236,12 @@ private Q_SLOTS:
         World world;
         world.launchWithOffer();
         world.click();
-        QTRY_VERIFY(world.transport.count(endpoints::kSessionStart) == 1);
+        world.waitForKeychain();
         auto* const panel = world.open(kStays);
 
         widget(u"adPanel"_s)->findChild<QPushButton*>(u"openAd"_s)->click();
-        QTRY_COMPARE(world.mac.workspace.opened.size(), 1U);
+        world.waitForKeychain();
+        QCOMPARE(world.mac.workspace.opened, std::vector {aClick().targetUrl.toStdString()});
         panel->performClose();
         world.mac.clock.advance(249ms);
         QVERIFY(!panel->isShown());
@@ -287,7 +300,7 @@ private Q_SLOTS:
         world.launchWithOffer();
 
         world.delegate->controller()->showCurrentAd();
-        settle();
+        world.waitForKeychain();
 
         QVERIFY(!world.open(kStays));
         QVERIFY(!widget(u"adPanel"_s));
