@@ -1,6 +1,8 @@
 #include "base/WakeTimer.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/event.h>
 #include <unistd.h>

@@ -160,8 +160,9 @@ private Q_SLOTS:
         mac.workspace.current = {.isDark = true, .isContrastIncreased = true, .isMotionReduced = true};
         QEvent event(QEvent::ApplicationPaletteChange);
         QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
-        QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
 
+        QCOMPARE(changes, 1);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
         QCOMPARE(changes, 1);
         QCOMPARE(mac.look.scheme(), DesktopLook::Scheme::dark);
         QVERIFY(mac.look.isHighContrast());
