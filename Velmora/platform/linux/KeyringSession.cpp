@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDBusArgument>
+#include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
@@ -80,35 +81,36 @@ QVariantMap itemProperties(const QString& service, const QString& account)
 }
 
 /// As "(oayays)": the session, what decrypting it needs, the bytes and what they are.
-QVariant secretOf(const KeyringSession::Path& session, const Secret& value)
+QVariant secretOf(const KeyringSession::Agreement& agreement, const Secret& value)
 {
+    const auto sent = agreement.cipher ? agreement.cipher->sealed(value)
+                                       : KeyringCipher::Sealed {.parameters = {}, .value = value.reveal()};
     QDBusArgument structure;
     structure.beginStructure();
-    structure << QDBusObjectPath(session) << QByteArray() << value.reveal() << u"text/plain"_s;
+    structure << QDBusObjectPath(agreement.session) << sent.parameters << sent.value << u"text/plain"_s;
     structure.endStructure();
     return QVariant::fromValue(structure);
 }
 
-/// The bytes that belong to the item, of "a{o(oayays)}".
-std::optional<Secret> secretIn(const QVariant& secrets, const KeyringSession::Path& wanted)
+/// The one that belongs to the item, of "a{o(oayays)}".
+std::optional<KeyringCipher::Sealed> secretIn(const QVariant& secrets, const KeyringSession::Path& wanted)
 {
-    std::optional<Secret> found;
+    std::optional<KeyringCipher::Sealed> found;
     const auto map = secrets.value<QDBusArgument>();
     map.beginMap();
     while (!map.atEnd()) {
         QDBusObjectPath item;
         QDBusObjectPath session;
-        QByteArray parameters;
-        QByteArray value;
+        KeyringCipher::Sealed secret;
         QString contentType;
         map.beginMapEntry();
         map >> item;
         map.beginStructure();
-        map >> session >> parameters >> value >> contentType;
+        map >> session >> secret.parameters >> secret.value >> contentType;
         map.endStructure();
         map.endMapEntry();
         if (item.path() == wanted)
-            found = Secret(value);
+            found = secret;
     }
     map.endMap();
     return found;
@@ -132,23 +134,42 @@ std::vector<KeyringSession::Path> paths(const QVariant& value)
 QCoro::Task<FromKeyring<std::shared_ptr<KeyringSession>>> KeyringSession::open(
     Clock& clock, Clock::duration limit, QDBusConnection bus, std::stop_token stop)
 {
-    auto agree = QDBusMessage::createMethodCall(kServiceName, kServicePath, kServiceInterface, u"OpenSession"_s);
-    agree << u"plain"_s << QVariant::fromValue(QDBusVariant(QString()));
-    const auto reply = co_await BusCall(clock, limit, bus, agree, stop);
-    const auto agreed = answerOf(reply, "vo"_L1);
+    auto agreed = co_await agreeOn(clock, limit, bus, KeyringCipher(), stop);
+    if (agreed && !*agreed)
+        agreed = co_await agreeOn(clock, limit, bus, std::nullopt, stop);
     if (!agreed)
         co_return agreed.trouble();
-    co_return std::make_shared<KeyringSession>(
-        clock, limit, bus, agreed->service(), path(agreed->arguments().constLast()));
+    if (!*agreed)
+        co_return KeyringTrouble::failed;
+    co_return std::make_shared<KeyringSession>(clock, limit, bus, **agreed);
 }
 
-KeyringSession::KeyringSession(Clock& clock, Clock::duration limit, QDBusConnection bus, QString owner, Path session)
+QCoro::Task<FromKeyring<std::optional<KeyringSession::Agreement>>> KeyringSession::agreeOn(
+    Clock& clock, Clock::duration limit, QDBusConnection bus, std::optional<KeyringCipher> cipher, std::stop_token stop)
+{
+    auto agree = QDBusMessage::createMethodCall(kServiceName, kServicePath, kServiceInterface, u"OpenSession"_s);
+    const auto ours = cipher ? QVariant(cipher->publicKey()) : QVariant(QString());
+    agree << QString::fromLatin1(cipher ? KeyringCipher::kAlgorithm : "plain")
+          << QVariant::fromValue(QDBusVariant(ours));
+    const auto reply = co_await BusCall(clock, limit, bus, agree, stop);
+    if (reply.message.errorName() == QDBusError::errorString(QDBusError::NotSupported))
+        co_return std::optional<Agreement>();
+    const auto answer = answerOf(reply, "vo"_L1);
+    if (!answer)
+        co_return answer.trouble();
+    const auto theirs = answer->arguments().constFirst().value<QDBusVariant>().variant().toByteArray();
+    if (cipher && !cipher->agree(theirs))
+        co_return KeyringTrouble::failed;
+    co_return std::optional(
+        Agreement {.owner = answer->service(), .session = path(answer->arguments().constLast()), .cipher = cipher});
+}
+
+KeyringSession::KeyringSession(Clock& clock, Clock::duration limit, QDBusConnection bus, Agreement agreement)
     : m_clock(clock)
     , m_limit(limit)
     , m_bus(std::move(bus))
-    , m_owner(std::move(owner))
-    , m_session(std::move(session))
-    , m_owners(m_owner, m_bus, QDBusServiceWatcher::WatchForUnregistration)
+    , m_agreement(std::move(agreement))
+    , m_owners(m_agreement.owner, m_bus, QDBusServiceWatcher::WatchForUnregistration)
 {
     QObject::connect(&m_owners, &QDBusServiceWatcher::serviceUnregistered, &m_owners, [this] { m_isOwnerGone = true; });
 }
@@ -174,14 +195,17 @@ QCoro::Task<FromKeyring<Secret>> KeyringSession::secret(Path item, std::stop_tok
 {
     const Method getSecrets {kServiceInterface, "GetSecrets"_L1, "a{o(oayays)}"_L1};
     const QVariantList arguments {
-        QVariant::fromValue(QList {QDBusObjectPath(item)}), QVariant::fromValue(QDBusObjectPath(m_session))};
+        QVariant::fromValue(QList {QDBusObjectPath(item)}), QVariant::fromValue(QDBusObjectPath(m_agreement.session))};
     const auto reply = co_await call(kServicePath, getSecrets, arguments, stop);
     if (!reply)
         co_return reply.trouble();
     const auto found = secretIn(reply->constFirst(), item);
     if (!found)
         co_return KeyringTrouble::failed;
-    co_return *found;
+    const auto secret = m_agreement.cipher ? m_agreement.cipher->opened(*found) : Secret(found->value);
+    if (!secret)
+        co_return KeyringTrouble::failed;
+    co_return *secret;
 }
 
 QCoro::Task<FromKeyring<>> KeyringSession::createItem(
@@ -190,7 +214,7 @@ QCoro::Task<FromKeyring<>> KeyringSession::createItem(
     const Method createItem {kCollectionInterface, "CreateItem"_L1, "oo"_L1};
     // Should an equal item be there in spite of all, it is replaced: there is never a second one.
     constexpr bool kReplaces = true;
-    const QVariantList arguments {itemProperties(service, account), secretOf(m_session, value), kReplaces};
+    const QVariantList arguments {itemProperties(service, account), secretOf(m_agreement, value), kReplaces};
     const auto reply = co_await call(collection, createItem, arguments, stop);
     if (!reply)
         co_return reply.trouble();
@@ -258,7 +282,7 @@ QCoro::Task<FromKeyring<>> KeyringSession::agreement(Path prompt, std::stop_toke
 {
     if (prompt == kNoObject)
         co_return {};
-    KeyringPrompt shown(m_bus, m_owner, prompt);
+    KeyringPrompt shown(m_bus, m_agreement.owner, prompt);
     const auto asked = m_clock.now();
     const QString noWindow = u""_s;
     const auto reply = co_await call(prompt, {kPromptInterface, "Prompt"_L1, ""_L1}, {noWindow}, stop);
@@ -279,7 +303,7 @@ QCoro::Task<FromKeyring<>> KeyringSession::agreement(Path prompt, std::stop_toke
 QCoro::Task<FromKeyring<QVariantList>> KeyringSession::call(
     Path object, Method method, QVariantList arguments, std::stop_token stop)
 {
-    auto call = QDBusMessage::createMethodCall(m_owner, object, method.interface, method.name);
+    auto call = QDBusMessage::createMethodCall(m_agreement.owner, object, method.interface, method.name);
     call.setArguments(arguments);
     call.setAutoStartService(false);
     const auto reply = co_await BusCall(m_clock, m_limit, m_bus, call, stop);

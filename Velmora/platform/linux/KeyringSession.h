@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Secret.h"
 #include "platform/linux/FromKeyring.h"
+#include "platform/linux/KeyringCipher.h"
 
 #include <QCoroTask>
 #include <QDBusConnection>
@@ -11,6 +12,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <vector>
 
@@ -22,8 +24,8 @@ namespace orvella {
 /// prompt that is dismissed faster than a viewer could was not seen by one: `failed`, not `refused`. The caller keeps
 /// the session until its call has ended. Objects of the service are named by their D-Bus paths.
 ///
-/// The calls are those of the freedesktop.org Secret Service API, 0.2. Secrets travel over the session bus as they are,
-/// by the method that every service has to know ("plain"): whoever may listen there may ask the service for them, too.
+/// The calls are those of the freedesktop.org Secret Service API, 0.2. Secrets travel encrypted, but with a service
+/// that does not know how.
 class KeyringSession final {
 public:
     using Path = QString;
@@ -37,8 +39,17 @@ public:
     static QCoro::Task<FromKeyring<std::shared_ptr<KeyringSession>>> open(
         Clock& clock, Clock::duration limit, QDBusConnection bus, std::stop_token stop);
 
-    /// `owner` is the unique bus name of the service, `session` what it calls this session.
-    KeyringSession(Clock& clock, Clock::duration limit, QDBusConnection bus, QString owner, Path session);
+    /// What service and program have agreed on.
+    struct Agreement {
+        /// The unique bus name of the service.
+        QString owner;
+        /// What the service calls this session.
+        Path session;
+        /// Nothing where secrets travel as they are.
+        std::optional<KeyringCipher> cipher;
+    };
+
+    KeyringSession(Clock& clock, Clock::duration limit, QDBusConnection bus, Agreement agreement);
     KeyringSession(const KeyringSession&) = delete;
     KeyringSession& operator=(const KeyringSession&) = delete;
     ~KeyringSession();
@@ -69,6 +80,9 @@ private:
         QLatin1StringView answer;
     };
 
+    /// Nothing where the service does not know the method.
+    static QCoro::Task<FromKeyring<std::optional<Agreement>>> agreeOn(Clock& clock, Clock::duration limit,
+        QDBusConnection bus, std::optional<KeyringCipher> cipher, std::stop_token stop);
     QCoro::Task<FromKeyring<QVariantList>> call(
         Path object, Method method, QVariantList arguments, std::stop_token stop);
     QCoro::Task<FromKeyring<>> agreement(Path prompt, std::stop_token stop);
@@ -76,8 +90,7 @@ private:
     Clock& m_clock;
     Clock::duration m_limit;
     QDBusConnection m_bus;
-    QString m_owner;
-    Path m_session;
+    Agreement m_agreement;
     QDBusServiceWatcher m_owners;
     bool m_isOwnerGone = false;
 };
