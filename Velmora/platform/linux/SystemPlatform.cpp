@@ -31,6 +31,8 @@
 #include <QDir>
 #include <QProcessEnvironment>
 
+#include <malloc.h>
+
 namespace orvella {
 
 namespace {
@@ -90,10 +92,12 @@ struct SystemPlatform::Services {
     DBusInstance instance;
 };
 
-/// With more than one monitor Qt leaves the bars out of account unless it is told to believe the window manager.
 void SystemPlatform::prepareProcess()
 {
+    // Threads come and go with the requests. With a heap for each of them, as many as sixteen would fill over a day.
+    mallopt(M_ARENA_MAX, 1);
     endInOrderWithDisplay();
+    // With more than one monitor Qt leaves the bars out of account unless it is told to believe the window manager.
     if (qEnvironmentVariableIsEmpty("QT_RELY_ON_NET_WORKAREA_ATOM"))
         qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
 }
