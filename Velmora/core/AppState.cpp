@@ -20,6 +20,8 @@ constexpr qint64 kLongestPollSeconds = 900;
 constexpr auto kOrphanInterval = 300s;
 /// How long the network takes to come back after a suspension.
 constexpr auto kNetworkReturn = 10s;
+/// What a transport gives a request before it ends it.
+constexpr auto kLongestRequest = 60s;
 /// The clocks are read one after the other, so a difference of less is none.
 constexpr auto kShortestSuspension = 1s;
 
@@ -220,21 +222,24 @@ QCoro::Task<> AppState::refreshWallet()
 QCoro::Task<> AppState::refreshWallet(std::stop_token stop)
 {
     const auto question = ++m_walletQuestions;
+    const auto asked = m_platform.clock.now();
     const auto answer = co_await m_api.get<WalletResponse>(endpoints::kWallet, stop);
     if (stop.stop_requested())
         co_return;
     noteWallet(question, answer);
+    if (answer && m_doubtedUntil && asked >= *m_doubtedUntil)
+        m_doubtedUntil.reset();
     noteOutcome(answer);
 }
 
 void AppState::doubtWallet()
 {
-    m_failedWalletQuestion = ++m_walletQuestions;
+    m_doubtedUntil = m_platform.clock.now() + kLongestRequest;
 }
 
 bool AppState::isWalletOverdue() const
 {
-    return m_failedWalletQuestion > m_answeredWalletQuestion;
+    return m_doubtedUntil || m_failedWalletQuestion > m_answeredWalletQuestion;
 }
 
 void AppState::noteWallet(qint64 question, const Result<WalletResponse>& answer)

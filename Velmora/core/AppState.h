@@ -83,7 +83,8 @@ public:
     void suppress(const AvailableAd& ad);
 
     QCoro::Task<> refreshWallet();
-    /// Something may have been credited that no answer has told: the wallet is asked for after the next poll.
+    /// Something may be credited that no answer tells, by a request that is still on its way: the wallet is asked for
+    /// after each poll until such a request has run out, and once afterwards.
     void doubtWallet();
     /// Closes an ad the viewer is done with, however it ended.
     void finishAd(const AvailableAd& ad);
@@ -132,6 +133,8 @@ private:
     /// The latest of them that has had an answer, and the latest that has had none.
     qint64 m_answeredWalletQuestion = 0;
     qint64 m_failedWalletQuestion = 0;
+    /// From then on an answer holds everything. Nothing while none is doubted.
+    std::optional<Instant> m_doubtedUntil;
     CreativeSuppression m_suppressedCreativeIds;
     bool m_hasViewerAskedForLoginItem = false;
 };

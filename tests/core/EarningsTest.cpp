@@ -97,18 +97,30 @@ private Q_SLOTS:
         QCOMPARE(world.state.lifetimeCents(), 4812);
     }
 
-    void aWalletThatIsDoubtedIsAskedForAfterTheNextPoll()
+    void aWalletThatIsDoubtedIsAskedForUntilNoRequestCanBeUnderWay_data()
     {
+        QTest::addColumn<int>("secondsBeforeThePoll");
+        QTest::addColumn<int>("asked");
+        QTest::newRow("one may be under way at the next poll") << 59 << 2;
+        QTest::newRow("none is") << 60 << 1;
+    }
+
+    void aWalletThatIsDoubtedIsAskedForUntilNoRequestCanBeUnderWay()
+    {
+        QFETCH(const int, secondsBeforeThePoll);
+        QFETCH(const int, asked);
         World world;
-        world.refresh();
         world.state.doubtWallet();
+        world.platform.clock.advance(std::chrono::seconds(secondsBeforeThePoll));
 
         world.state.startPolling();
         settle();
 
-        QCOMPARE(world.transport.count(endpoints::kWallet), 2);
+        QCOMPARE(world.transport.count(endpoints::kWallet), 1);
         world.platform.clock.advance(300s);
-        QCOMPARE(world.transport.count(endpoints::kWallet), 2);
+        QCOMPARE(world.transport.count(endpoints::kWallet), asked);
+        world.platform.clock.advance(300s);
+        QCOMPARE(world.transport.count(endpoints::kWallet), asked);
     }
 
     void aWalletThatCouldNotBeHadIsAskedForAfterTheNextPoll()

@@ -20,7 +20,7 @@ void MoneyRules::walletSent()
     if (m_owed > 0)
         --m_owed;
     else
-        m_world.expect(std::exchange(m_isWalletAllowed, false), u"The wallet is asked for without a reason."_s);
+        m_world.expect(m_allowedWallets-- > 0, u"The wallet is asked for without a reason."_s);
     ++m_inFlight;
 }
 

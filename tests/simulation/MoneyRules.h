@@ -18,8 +18,9 @@ public:
     void pollAnswered(bool isVerdictAwaited);
     /// A view is over; it has earned nothing where there is nothing.
     void viewEnded(std::optional<double> earnedCents);
-    /// A view was closed that may have been complete.
-    void viewMayHaveBeenPaid() { m_isWalletAllowed = true; }
+    /// A view was closed that may have been complete, or may be found so within a minute: there is a cycle before that
+    /// and one after it.
+    void viewMayHaveBeenPaid() { m_allowedWallets = 2; }
 
     [[nodiscard]] qint64 availableCents() const { return m_wallet.wallet.availableCents; }
 
@@ -38,7 +39,7 @@ private:
     /// How many requests for the wallet there is a reason for: the start, the end of a view, a wallet to make up for.
     int m_owed = 1;
     /// Whether one more is allowed.
-    bool m_isWalletAllowed = false;
+    int m_allowedWallets = 0;
     std::optional<double> m_lastEarnedCents;
 };
 
