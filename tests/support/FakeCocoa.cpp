@@ -163,8 +163,34 @@ void FakeCocoaPopover::show(const Content& content, const std::optional<Anchor>&
 
 void FakeCocoaPopover::performClose()
 {
-    if (std::exchange(m_isShown, false))
+    const auto& others = m_item.popovers;
+    if (std::ranges::none_of(others, [this](const auto* other) { return other->hangsFrom(*this); }))
+        close();
+}
+
+void FakeCocoaPopover::close()
+{
+    if (!std::exchange(m_isShown, false))
+        return;
+    m_isClosing = true;
+    const auto others = m_item.popovers;
+    for (auto* const other : others) {
+        if (other->hangsFrom(*this))
+            other->close();
+    }
+    if (!m_item.hasMotion)
+        finishClosing();
+}
+
+void FakeCocoaPopover::finishClosing()
+{
+    if (std::exchange(m_isClosing, false))
         m_closed();
+}
+
+bool FakeCocoaPopover::hangsFrom(const FakeCocoaPopover& other) const
+{
+    return (m_isShown || m_isClosing) && below && below->view == other.shown.view;
 }
 
 bool FakeCocoaWorkspace::open(const std::string& address)

@@ -119,6 +119,8 @@ public:
     /// Whether the menu bar has room for it, as soon as it is shown.
     bool hasRoom = true;
     bool hasButton = false;
+    /// Whether popovers take until finishClosing() to go.
+    bool hasMotion = false;
     std::vector<Appearance> appearances;
     /// Those that are there, in the order in which they were made.
     std::vector<FakeCocoaPopover*> popovers;
@@ -134,8 +136,11 @@ public:
     ~FakeCocoaPopover() override;
 
     void show(const Content& content, const std::optional<Anchor>& anchor) override;
-    /// Closes it as the program does, or as the system does by itself.
+    /// Closes it as the program does, or as the system does by itself. Refused while another one hangs from it.
     void performClose() override;
+    void close() override;
+    /// The motion with which it closed is over.
+    void finishClosing();
 
     [[nodiscard]] bool isShown() const override { return m_isShown; }
 
@@ -149,7 +154,10 @@ private:
     FakeCocoaStatusItem& m_item;
     Behaviour m_behaviour;
     std::function<void()> m_closed;
+    [[nodiscard]] bool hangsFrom(const FakeCocoaPopover& other) const;
+
     bool m_isShown = false;
+    bool m_isClosing = false;
 };
 
 class FakeCocoaUpdater final : public CocoaUpdater {

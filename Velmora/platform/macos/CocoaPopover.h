@@ -27,9 +27,13 @@ public:
 
     virtual ~CocoaPopover() = default;
 
-    /// Shows it below the anchor; without one, below the status item's button, where there is one.
+    /// Shows it below the anchor; without one, below the status item's button, where there is one. Nothing
+    /// is shown where that is in no window.
     virtual void show(const Content& content, const std::optional<Anchor>& anchor) = 0;
+    /// Nothing happens while another popover hangs from this one, or is still on its way out.
     virtual void performClose() = 0;
+    /// Closes it, and whatever hangs from it.
+    virtual void close() = 0;
     [[nodiscard]] virtual bool isShown() const = 0;
 };
 

@@ -26,7 +26,8 @@ public:
     /// Nothing happens while there is no button.
     virtual void setAppearance(const Appearance& appearance) = 0;
 
-    /// A popover that may hang from the item. `closed` is called whenever it has closed.
+    /// A popover that may hang from the item. `closed` is called whenever it has closed, after it
+    /// has gone with motion; it may have been shown again in the meantime.
     [[nodiscard]] virtual std::unique_ptr<CocoaPopover> makePopover(
         CocoaPopover::Behaviour behaviour, std::function<void()> closed) = 0;
 

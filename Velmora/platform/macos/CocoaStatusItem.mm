@@ -57,12 +57,20 @@ public:
         m_popover.contentViewController.view = m_room;
     }
 
-    ~Popover() override { m_popover.delegate = nil; }
+    ~Popover() override
+    {
+        m_popover.delegate = nil;
+        // The view in it goes at once.
+        m_popover.animates = NO;
+        [m_popover close];
+    }
 
     void show(const Content& content, const std::optional<Anchor>& anchor) override
     {
         NSStatusBarButton* const button = m_target.item.button;
-        if (!anchor && button == nil)
+        NSView* const hook = anchor ? (__bridge NSView*)anchor->view : button;
+        // An exception would be raised.
+        if (hook.window == nil)
             return;
         NSView* const view = (__bridge NSView*)content.view;
         m_popover.contentSize = NSMakeSize(content.width, content.height);
@@ -73,13 +81,15 @@ public:
         if (anchor) {
             // The toolkit's views count from the top, so the lower edge is the one with the greater number.
             const auto rect = NSMakeRect(anchor->left, anchor->top, anchor->width, anchor->height);
-            [m_popover showRelativeToRect:rect ofView:(__bridge NSView*)anchor->view preferredEdge:NSRectEdgeMaxY];
+            [m_popover showRelativeToRect:rect ofView:hook preferredEdge:NSRectEdgeMaxY];
         } else {
             [m_popover showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
         }
     }
 
     void performClose() override { [m_popover performClose:nil]; }
+
+    void close() override { [m_popover close]; }
 
     bool isShown() const override { return m_popover.shown; }
 
@@ -92,19 +102,14 @@ private:
 
 class StatusItem final : public CocoaStatusItem {
 public:
-    ~StatusItem() override
-    {
-        if (NSStatusItem* const item = m_target.item)
-            [NSStatusBar.systemStatusBar removeStatusItem:item];
-        m_target.item = nil;
-    }
+    // It goes with the process: to remove it would have the system forget the place that the viewer chose.
 
     void show(std::function<void()> clicked) override
     {
         m_target->_clicked = std::move(clicked);
-        // Not before: the system looks up the place of an item when it is made.
         NSStatusItem* const item = [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
         m_target.item = item;
+        // The system looks up the place under this name, now.
         item.autosaveName = textObject(literals::kStatusItemName);
         item.visible = YES;
         NSStatusBarButton* const button = item.button;

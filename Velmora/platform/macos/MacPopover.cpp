@@ -39,6 +39,8 @@ void MacPopover::show(QWindow& content, QSize size, const std::optional<Part>& b
 void MacPopover::performClose()
 {
     m_popover->performClose();
+    if (m_popover->isShown())
+        m_popover->close();
 }
 
 bool MacPopover::isShown() const

@@ -64,6 +64,9 @@ Popover::Popover(const Look& look, WindowSystem& windows, Clock& clock, Behaviou
             choosePlace();
     });
     const auto hasClosed = [this] {
+        // It goes with motion; by the time that it has gone it may have been opened again.
+        if (isShown())
+            return;
         hide();
         Q_EMIT closed();
     };

@@ -293,6 +293,47 @@ private Q_SLOTS:
         QVERIFY(world.open(kTransient));
     }
 
+    void thePanelClosesWhileItsDisclosureIsOnItsWayOut()
+    {
+        World world;
+        world.mac.menuBar.hasMotion = true;
+        world.launchWithOffer();
+        world.click();
+        auto* const panel = widget(u"adPanel"_s);
+        panel->findChild<QPushButton*>(u"adInformation"_s)->click();
+        settle();
+        QVERIFY(world.open(kTransient));
+
+        panel->findChild<QPushButton*>(u"close"_s)->click();
+        settle();
+
+        QVERIFY(!world.open(kTransient));
+        QVERIFY(!world.open(kStays));
+        world.click();
+        QVERIFY(world.open(kTransient));
+    }
+
+    void aMenuThatOpensAgainBeforeItHasGoneIsNotEmpty()
+    {
+        World world;
+        world.mac.menuBar.hasMotion = true;
+        world.launch();
+        world.click();
+        auto* const menu = world.open(kTransient);
+
+        world.click();
+        QVERIFY(!menu->isShown());
+        world.click();
+        menu->finishClosing();
+        settle();
+        QVERIFY(menu->isShown());
+        QVERIFY(widget(u"menuPanel"_s));
+
+        world.click();
+        menu->finishClosing();
+        QVERIFY(!widget(u"menuPanel"_s));
+    }
+
     void withoutAButtonNothingIsShownAndNoSessionBegins()
     {
         World world;

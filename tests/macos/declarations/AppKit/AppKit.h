@@ -81,11 +81,14 @@ extern "C" NSAttributedStringKey const NSForegroundColorAttributeName;
 @property (readonly) NSRect frame;
 @end
 
+@class NSWindow;
+
 @interface NSView : NSObject
 - (instancetype)initWithFrame:(NSRect)frameRect;
 @property NSRect frame;
 @property NSRect bounds;
 @property (nullable, readonly, unsafe_unretained) NSView* superview;
+@property (nullable, readonly, unsafe_unretained) NSWindow* window;
 - (void)addSubview:(NSView*)view;
 @property (nullable, copy) NSString* toolTip;
 @property (nullable, copy) NSString* accessibilityLabel;
@@ -123,7 +126,6 @@ constexpr CGFloat NSSquareStatusItemLength = -2;
 @interface NSStatusBar : NSObject
 @property (class, readonly, strong) NSStatusBar* systemStatusBar;
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length;
-- (void)removeStatusItem:(NSStatusItem*)item;
 @end
 
 enum NSRectEdge : NSUInteger {
@@ -155,6 +157,7 @@ enum NSPopoverBehavior : NSInteger {
                     ofView:(NSView*)positioningView
              preferredEdge:(NSRectEdge)preferredEdge;
 - (void)performClose:(nullable id)sender;
+- (void)close;
 @end
 
 #pragma clang assume_nonnull end
