@@ -21,6 +21,8 @@ namespace orvella {
 
 class FakeCocoaApplication final : public CocoaApplication {
 public:
+    [[nodiscard]] bool isThere() const override { return true; }
+
     void becomeAccessory() override { isAccessory = true; }
 
     void watchReopening(std::function<void()> listener) override { reopened = std::move(listener); }
@@ -166,8 +168,9 @@ public:
 
     void checkForUpdates() override { ++checks; }
 
-    [[nodiscard]] bool isThere() const override { return starts > 0; }
+    [[nodiscard]] bool isThere() const override { return isInBundle; }
 
+    bool isInBundle = true;
     int starts = 0;
     int checks = 0;
 };
@@ -188,6 +191,8 @@ public:
 
     [[nodiscard]] Look look() const override { return current; }
 
+    void watchDisplayOptions(std::function<void()> listener) override { displayOptionsChanged = std::move(listener); }
+
     std::vector<Application> running;
     bool opens = true;
     std::vector<std::string> opened;
@@ -196,6 +201,7 @@ public:
     std::optional<std::string> language = "de";
     bool canFormat = true;
     Look current;
+    std::function<void()> displayOptionsChanged;
 };
 
 } // namespace orvella

@@ -47,7 +47,7 @@ struct FakeMac {
     MacUpdater updater {framework};
     MacSystemReport report {framework};
     MacProxies proxies;
-    MacInstance instance {cocoaApplication, workspace};
+    MacInstance instance {cocoaApplication, workspace, MacInstance::Scope::viewer};
 
     [[nodiscard]] Platform lend()
     {

@@ -10,6 +10,8 @@ class CocoaApplication {
 public:
     virtual ~CocoaApplication() = default;
 
+    /// Whether there is an application object. All of the others need one, and would do nothing without a word.
+    [[nodiscard]] virtual bool isThere() const = 0;
     /// No icon in the Dock and no menu bar of its own; windows and the keyboard all the same.
     virtual void becomeAccessory() = 0;
     /// Calls `reopened` when the running application is opened again, from now until this goes.

@@ -50,6 +50,8 @@ public:
             NSApp.delegate = m_delegate.former;
     }
 
+    bool isThere() const override { return NSApp != nil; }
+
     void becomeAccessory() override { [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory]; }
 
     void watchReopening(std::function<void()> reopened) override

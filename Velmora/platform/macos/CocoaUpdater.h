@@ -12,6 +12,7 @@ public:
     /// Loads the framework and starts it. Once.
     virtual void start() = 0;
     virtual void checkForUpdates() = 0;
+    /// Whether the framework is in the bundle, started or not.
     [[nodiscard]] virtual bool isThere() const = 0;
 
     [[nodiscard]] static std::unique_ptr<CocoaUpdater> make();

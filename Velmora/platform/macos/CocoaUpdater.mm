@@ -15,13 +15,18 @@ namespace orvella {
 
 namespace {
 
-/// Nil where the framework is not in the bundle, does not load or has no such class.
-Class _Nullable updaterClass()
+/// Nil where it is not in the application's.
+NSBundle* _Nullable frameworkBundle()
 {
     NSString* const folder = NSBundle.mainBundle.privateFrameworksPath;
     NSString* const path = [folder stringByAppendingPathComponent:textObject(literals::kUpdateFramework)];
-    NSBundle* const framework = path != nil ? [NSBundle bundleWithPath:path] : nil;
-    return [framework load] ? NSClassFromString(textObject(literals::kUpdaterClass)) : Nil;
+    return path != nil ? [NSBundle bundleWithPath:path] : nil;
+}
+
+/// Nil where the framework is not in the bundle, does not load or has no such class.
+Class _Nullable updaterClass()
+{
+    return [frameworkBundle() load] ? NSClassFromString(textObject(literals::kUpdaterClass)) : Nil;
 }
 
 class Updater final : public CocoaUpdater {
@@ -33,7 +38,7 @@ public:
 
     void checkForUpdates() override { [m_controller checkForUpdates:nil]; }
 
-    bool isThere() const override { return m_controller != nil; }
+    bool isThere() const override { return frameworkBundle() != nil; }
 
 private:
     id<OrvellaUpdaterController> m_controller = nil;

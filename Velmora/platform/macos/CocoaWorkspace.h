@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] virtual std::optional<std::string> currencyText(double dollars) const = 0;
 
     [[nodiscard]] virtual Look look() const = 0;
+    /// Calls `changed` when the contrast or the motion that the viewer wants may be others, from now until this goes.
+    /// Once.
+    virtual void watchDisplayOptions(std::function<void()> changed) = 0;
 
     [[nodiscard]] static std::unique_ptr<CocoaWorkspace> make();
 };

@@ -5,6 +5,22 @@
 
 #import <AppKit/AppKit.h>
 
+@interface OrvellaDisplayObserver : NSObject
+- (void)displayOptionsChanged:(NSNotification*)notification;
+@end
+
+@implementation OrvellaDisplayObserver {
+@public
+    std::function<void()> _changed;
+}
+
+- (void)displayOptionsChanged:(NSNotification*)notification
+{
+    _changed();
+}
+
+@end
+
 namespace orvella {
 
 namespace {
@@ -15,6 +31,12 @@ using Text = std::optional<std::string>;
 
 class Workspace final : public CocoaWorkspace {
 public:
+    ~Workspace() override
+    {
+        if (m_observer != nil)
+            [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_observer];
+    }
+
     std::vector<Application> runningApplications() const override
     {
         std::vector<Application> result;
@@ -60,6 +82,20 @@ public:
             static_cast<bool>(workspace.accessibilityDisplayShouldIncreaseContrast),
             static_cast<bool>(workspace.accessibilityDisplayShouldReduceMotion)};
     }
+
+    void watchDisplayOptions(std::function<void()> changed) override
+    {
+        m_observer = [[OrvellaDisplayObserver alloc] init];
+        m_observer->_changed = std::move(changed);
+        [NSWorkspace.sharedWorkspace.notificationCenter
+            addObserver:m_observer
+               selector:@selector(displayOptionsChanged:)
+                   name:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+                 object:nil];
+    }
+
+private:
+    OrvellaDisplayObserver* m_observer = nil;
 };
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace orvella {
 
-MacDesktopLook::MacDesktopLook(const CocoaWorkspace& workspace)
+MacDesktopLook::MacDesktopLook(CocoaWorkspace& workspace)
     : m_workspace(workspace)
 {
 }
@@ -31,12 +31,14 @@ void MacDesktopLook::watch(std::function<void()> changed)
 {
     m_changed = std::move(changed);
     m_known = m_workspace.look();
+    // Qt tells of the appearance only.
+    m_workspace.watchDisplayOptions([this] { compare(); });
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 bool MacDesktopLook::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationStateChange)
+    if (event->type() == QEvent::ApplicationPaletteChange)
         compare();
     return QObject::eventFilter(watched, event);
 }

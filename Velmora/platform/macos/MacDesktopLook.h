@@ -13,7 +13,7 @@ class MacDesktopLook final : public QObject, public DesktopLook {
     Q_OBJECT
 
 public:
-    explicit MacDesktopLook(const CocoaWorkspace& workspace);
+    explicit MacDesktopLook(CocoaWorkspace& workspace);
 
     [[nodiscard]] Scheme scheme() const override;
     [[nodiscard]] bool isHighContrast() const override;
@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] QString fixedFontFamily() const override { return {}; }
 
-    /// A new appearance is noticed at once, the rest when the program comes to the front.
+    /// Once.
     void watch(std::function<void()> changed) override;
 
 protected:
@@ -34,7 +34,7 @@ protected:
 private:
     void compare();
 
-    const CocoaWorkspace& m_workspace;
+    CocoaWorkspace& m_workspace;
     CocoaWorkspace::Look m_known;
     std::function<void()> m_changed;
 };

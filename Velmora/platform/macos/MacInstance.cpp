@@ -11,15 +11,16 @@
 
 namespace orvella {
 
-MacInstance::MacInstance(CocoaApplication& application, const CocoaWorkspace& workspace)
+MacInstance::MacInstance(CocoaApplication& application, const CocoaWorkspace& workspace, Scope scope)
     : m_application(application)
     , m_workspace(workspace)
+    , m_scope(scope)
 {
 }
 
 bool MacInstance::claim(Request /*request*/)
 {
-    return true;
+    return !running().isThere;
 }
 
 void MacInstance::watch(std::function<void(Request)> requested)
@@ -29,6 +30,8 @@ void MacInstance::watch(std::function<void(Request)> requested)
 
 Instance::Running MacInstance::running() const
 {
+    if (m_scope == Scope::profile)
+        return {};
     const auto applications = m_workspace.runningApplications();
     const auto isAnother = [own = QCoreApplication::applicationPid()](const CocoaWorkspace::Application& application) {
         return application.bundleIdentifier == kApplicationId.data() && application.process != own;

@@ -10,7 +10,7 @@ class CocoaSecrets;
 /// The viewer's keychain: one generic password for each service and account.
 ///
 /// It is asked on a thread of the store, because it may wait for the viewer. A change that has begun is made, also when
-/// the store goes away, which waits for it.
+/// the store goes away, which waits for it; at the end of the session the process may end before it.
 class MacSecretStore final : public SecretStore {
 public:
     /// `suffix` ends the name of every service; it keeps the items of a profile apart.

@@ -18,7 +18,7 @@ std::vector<SystemReport::Fact> MacSystemReport::facts() const
     return {
         {u"system"_s, QSysInfo::prettyProductName()},
         {u"processor"_s, QSysInfo::currentCpuArchitecture()},
-        {u"updater"_s, m_updater.isThere() ? u"running"_s : u"not running"_s},
+        {u"updater"_s, m_updater.isThere() ? u"in the bundle"_s : u"not in the bundle"_s},
         {u"toolkit"_s, u"Qt "_s + QString::fromLatin1(qVersion())},
     };
 }

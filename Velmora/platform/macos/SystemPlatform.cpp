@@ -55,6 +55,8 @@ struct SystemPlatform::Services {
         : suffix(suffixOf(profile))
         , settings(defaults, overlays)
     {
+        if (!application->isThere())
+            qFatal("The program needs its application object before the services of the system.");
         // At every launch, and before there is anything in the menu bar.
         application->becomeAccessory();
     }
@@ -84,7 +86,8 @@ struct SystemPlatform::Services {
     MacUpdater updater {*cocoaUpdater};
     MacSystemReport report {*cocoaUpdater};
     MacProxies proxies;
-    MacInstance instance {*application, *workspace};
+    MacInstance instance {
+        *application, *workspace, suffix.isEmpty() ? MacInstance::Scope::viewer : MacInstance::Scope::profile};
 };
 
 /// Qt would bring the program to the front at its start, which is not for a program that starts at login.

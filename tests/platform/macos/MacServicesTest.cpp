@@ -150,6 +150,17 @@ private Q_SLOTS:
         QVERIFY(!mac.instance.running().report);
     }
 
+    void aSecondProcessOfTheApplicationEnds()
+    {
+        FakeMac mac;
+        mac.workspace.running = {{1, "io.orvella.Orvella", "Orvella", QCoreApplication::applicationPid() + 1}};
+        MacInstance ofProfile(mac.cocoaApplication, mac.workspace, MacInstance::Scope::profile);
+
+        QVERIFY(!mac.instance.claim(Instance::Request::showSettings));
+        QVERIFY(ofProfile.claim(Instance::Request::showSettings));
+        QVERIFY(!ofProfile.running().isThere);
+    }
+
     void theLookFollowsTheAppearance()
     {
         FakeMac mac;
@@ -170,6 +181,20 @@ private Q_SLOTS:
         QCOMPARE(mac.look.textScale(), 1);
     }
 
+    void theLookFollowsTheDisplayOptionsOfAProgramThatIsNotInFront()
+    {
+        FakeMac mac;
+        int changes = 0;
+        mac.look.watch([&] { ++changes; });
+
+        mac.workspace.current.isMotionReduced = true;
+        mac.workspace.displayOptionsChanged();
+        mac.workspace.displayOptionsChanged();
+
+        QCOMPARE(changes, 1);
+        QVERIFY(mac.look.isMotionReduced());
+    }
+
     void theReportSaysWhetherThereIsAnUpdater()
     {
         FakeMac mac;
@@ -180,11 +205,11 @@ private Q_SLOTS:
             }
             return QString();
         };
-        QCOMPARE(updater(), u"not running"_s);
+        QCOMPARE(updater(), u"in the bundle"_s);
 
-        mac.updater.start();
+        mac.framework.isInBundle = false;
 
-        QCOMPARE(updater(), u"running"_s);
+        QCOMPARE(updater(), u"not in the bundle"_s);
     }
 
     void theFirstUsableProxyCounts_data()

@@ -57,8 +57,11 @@ extern "C" NSApplication* _Null_unspecified NSApp;
 @property (nullable, readonly, strong) NSRunningApplication* frontmostApplication;
 @property (readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 @property (readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property (readonly, strong) NSNotificationCenter* notificationCenter;
 - (BOOL)openURL:(NSURL*)url;
 @end
+
+extern "C" NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
 
 @interface NSColor : NSObject
 @property (class, readonly, strong) NSColor* systemGreenColor;

@@ -124,7 +124,16 @@ typedef NSString* NSAttributedStringKey;
 - (instancetype)initWithString:(NSString*)str attributes:(nullable NSDictionary<NSAttributedStringKey, id>*)attrs;
 @end
 
+typedef NSString* NSNotificationName;
 @interface NSNotification : NSObject <NSCopying>
+@end
+
+@interface NSNotificationCenter : NSObject
+- (void)addObserver:(id)observer
+           selector:(SEL)aSelector
+               name:(nullable NSNotificationName)aName
+             object:(nullable id)anObject;
+- (void)removeObserver:(id)observer;
 @end
 
 @interface NSBundle : NSObject

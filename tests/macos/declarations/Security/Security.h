@@ -12,6 +12,8 @@ enum : OSStatus {
     errSecSuccess = 0,
     errSecItemNotFound = -25300,
     errSecInteractionNotAllowed = -25308,
+    errSecAuthFailed = -25293,
+    errSecUserCanceled = -128,
 };
 
 extern const CFStringRef kSecClass;
