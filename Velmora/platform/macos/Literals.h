@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-/// Every text by which the Mac's side means something outside of it, and which no compiler sees through. A test holds
-/// them against what the rest of the program uses.
+/// Every text by which the Mac's side means something outside of it, and which no compiler sees through. Those that the
+/// shared code has itself are here once more, for a test that holds the two against each other.
 namespace orvella::literals {
 
 // The window server. The key is none of its public ones, which have no word for the lock.
