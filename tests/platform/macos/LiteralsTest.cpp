@@ -130,10 +130,15 @@ private Q_SLOTS:
     void theBundleHasTheVersionsKeyAndTheProgramsIdentifier()
     {
         const auto plist = text(u"packaging/macos/Info.plist.in"_s);
+        const auto filledIn = [&](const QString& key, const QString& property) {
+            return plist.contains(u"<key>%1</key>\n    <string>${%2}</string>"_s.arg(key, property));
+        };
+        const auto build = text(u"Velmora/CMakeLists.txt"_s);
 
-        QVERIFY(plist.contains(
-            u"<key>%1</key>\n    <string>@PROJECT_VERSION@</string>"_s.arg(QString::fromUtf8(literals::kVersionKey))));
-        QVERIFY(plist.contains(u"<key>CFBundleIdentifier</key>\n    <string>%1</string>"_s.arg(kApplicationId)));
+        QVERIFY(filledIn(QString::fromUtf8(literals::kVersionKey), u"MACOSX_BUNDLE_SHORT_VERSION_STRING"_s));
+        QVERIFY(filledIn(u"CFBundleIdentifier"_s, u"MACOSX_BUNDLE_GUI_IDENTIFIER"_s));
+        QVERIFY(build.contains(u"MACOSX_BUNDLE_GUI_IDENTIFIER %1\n"_s.arg(kApplicationId)));
+        QVERIFY(build.contains(u"MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION}\n"_s));
         QVERIFY(plist.contains(u"<key>LSUIElement</key>\n    <true/>"_s));
     }
 
