@@ -19,18 +19,21 @@ StatusNotifierAdaptor::StatusNotifierAdaptor(QObject* item, QString id, Handlers
     qDBusRegisterMetaType<StatusToolTip>();
 }
 
-void StatusNotifierAdaptor::setIcon(const QString& name, const StatusPixmaps& icon)
+void StatusNotifierAdaptor::setIcon(const StatusIcon& icon)
 {
-    const bool isRenamed = std::exchange(m_iconName, name) != name;
-    const bool isRedrawn = std::exchange(m_icon, icon) != icon;
-    if (isRenamed || isRedrawn)
-        Q_EMIT NewIcon();
+    // One that looks the same may be drawn already.
+    if (icon == m_icon)
+        return;
+    m_icon = icon;
+    Q_EMIT NewIcon();
 }
 
-void StatusNotifierAdaptor::setAttentionIcon(const StatusPixmaps& icon)
+void StatusNotifierAdaptor::setAttentionIcon(const StatusIcon& icon)
 {
-    if (std::exchange(m_attentionIcon, icon) != icon)
-        Q_EMIT NewAttentionIcon();
+    if (icon == m_attentionIcon)
+        return;
+    m_attentionIcon = icon;
+    Q_EMIT NewAttentionIcon();
 }
 
 void StatusNotifierAdaptor::setNeedsAttention(bool needsAttention)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/SealedAdaptor.h"
+#include "platform/linux/StatusIcon.h"
 #include "platform/linux/StatusPixmap.h"
 #include "platform/linux/StatusToolTip.h"
 
@@ -53,9 +54,9 @@ public:
     /// `item` is the object on the bus; `id` is the program's identifier.
     StatusNotifierAdaptor(QObject* item, QString id, Handlers handlers);
 
-    /// Bars prefer the icon of that name in their theme; the pictures are for an empty name and for all others.
-    void setIcon(const QString& name, const StatusPixmaps& icon);
-    void setAttentionIcon(const StatusPixmaps& icon);
+    void setIcon(const StatusIcon& icon);
+    /// For while the item needs attention.
+    void setAttentionIcon(const StatusIcon& icon);
     void setNeedsAttention(bool needsAttention);
     void setDescription(const QString& description);
 
@@ -72,15 +73,15 @@ public:
 
     [[nodiscard]] bool itemIsMenu() const { return false; }
 
-    [[nodiscard]] QString iconName() const { return m_iconName; }
+    [[nodiscard]] QString iconName() const { return m_icon.name(); }
 
     [[nodiscard]] QString noName() const { return {}; }
 
     [[nodiscard]] StatusPixmaps noPixmaps() const { return {}; }
 
-    [[nodiscard]] StatusPixmaps icon() const { return m_icon; }
+    [[nodiscard]] StatusPixmaps icon() const { return m_icon.pixmaps(); }
 
-    [[nodiscard]] StatusPixmaps attentionIcon() const { return m_attentionIcon; }
+    [[nodiscard]] StatusPixmaps attentionIcon() const { return m_attentionIcon.pixmaps(); }
 
     [[nodiscard]] StatusToolTip toolTip() const;
 
@@ -104,9 +105,8 @@ private:
     Handlers m_handlers;
     QString m_description;
     bool m_needsAttention = false;
-    QString m_iconName;
-    StatusPixmaps m_icon;
-    StatusPixmaps m_attentionIcon;
+    StatusIcon m_icon;
+    StatusIcon m_attentionIcon;
 };
 
 } // namespace orvella

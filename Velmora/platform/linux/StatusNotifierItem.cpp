@@ -1,7 +1,8 @@
 #include "platform/linux/StatusNotifierItem.h"
 
 #include "platform/linux/ClickPosition.h"
-#include "platform/linux/StatusPictures.h"
+#include "platform/linux/PanelTone.h"
+#include "platform/linux/StatusIcon.h"
 
 #include <QCursor>
 #include <QDBusConnectionInterface>
@@ -22,14 +23,6 @@ namespace {
 constexpr auto kItemPath = "/StatusNotifierItem"_L1;
 constexpr auto kWatcherPath = "/StatusNotifierWatcher"_L1;
 constexpr auto kWatcherService = "org.kde.StatusNotifierWatcher"_L1;
-
-StatusPixmaps pixmaps(const QList<QImage>& pictures)
-{
-    StatusPixmaps result;
-    for (const auto& picture : pictures)
-        result.append(StatusPixmap::fromImage(picture));
-    return result;
-}
 
 QList<ScreenArea> screenAreas()
 {
@@ -59,8 +52,8 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, Identity identity, A
               .receiveActivationToken = [&tokens](const QString& token) { tokens.receive(token); },
           }))
 {
-    drawPictures();
-    connect(&m_panel, &PanelToneWatch::changed, this, &StatusNotifierItem::drawPictures);
+    refresh();
+    connect(&m_panel, &PanelToneWatch::changed, this, &StatusNotifierItem::refresh);
     connect(&m_screens, &ScreenLayoutWatch::changed, this, [this] { m_lastClick.reset(); });
     connect(&m_watcherOwners, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString&, const QString&, const QString& owner) { registerAt(owner); });
@@ -105,20 +98,16 @@ bool StatusNotifierItem::isWatcherThere() const
     return bus != nullptr && bus->isServiceRegistered(kWatcherService);
 }
 
-void StatusNotifierItem::drawPictures()
-{
-    m_dollar = pixmaps(statusPictures(StatusAppearance::Tone::label, m_panel.tone()));
-    m_dollarAd = pixmaps(statusPictures(StatusAppearance::Tone::green, m_panel.tone()));
-    refresh();
-}
-
 void StatusNotifierItem::refresh()
 {
     const bool isGreen = m_appearance.tone == StatusAppearance::Tone::green;
     // The plain icon is green too: some bars show it whatever the status. It has no name then, because a symbolic icon
     // would get another colour.
-    m_adaptor->setIcon(isGreen ? QString() : m_symbolicIcon, isGreen ? m_dollarAd : m_dollar);
-    m_adaptor->setAttentionIcon(m_dollarAd);
+    const StatusIcon icon(
+        isGreen ? QString() : m_symbolicIcon, m_appearance.tone, statusColour(m_appearance.tone, m_panel.tone()));
+    m_adaptor->setIcon(icon);
+    // None before it is needed, so that the bars do not wait at the start for what they will not show.
+    m_adaptor->setAttentionIcon(isGreen ? icon : StatusIcon());
     m_adaptor->setNeedsAttention(isGreen);
     m_adaptor->setDescription(m_appearance.description);
 }

@@ -56,7 +56,6 @@ private Q_SLOTS:
     void findWatcher();
 
 private:
-    void drawPictures();
     void refresh();
     /// Registers with the watcher of this unique name, unless it knows the item already.
     void registerAt(const QString& watcher);
@@ -70,8 +69,6 @@ private:
     QString m_symbolicIcon;
     StatusNotifierAdaptor* m_adaptor;
     StatusAppearance m_appearance;
-    StatusPixmaps m_dollar;
-    StatusPixmaps m_dollarAd;
     /// The unique name of the watcher that knows the item.
     QString m_watcher;
     Handlers m_handlers;

@@ -4,12 +4,12 @@
 
 namespace orvella {
 
-QList<QImage> statusPictures(StatusAppearance::Tone tone, PanelTone panel)
+QList<QImage> statusPictures(StatusAppearance::Tone tone, const QColor& colour)
 {
     const auto glyph = tone == StatusAppearance::Tone::green ? TrayGlyph::dollarAd : TrayGlyph::dollar;
     QList<QImage> pictures;
     for (const int pixels : {16, 22, 24, 32, 44, 48, 64})
-        pictures.append(drawTrayGlyph(glyph, pixels, statusColour(tone, panel)));
+        pictures.append(drawTrayGlyph(glyph, pixels, colour));
     return pictures;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/XEmbedStatusItem.h"
 
+#include "platform/linux/PanelTone.h"
 #include "platform/linux/StatusPictures.h"
 
 #include <xcb/xcb.h>
@@ -67,7 +68,7 @@ std::optional<QRect> XEmbedStatusItem::place() const
 void XEmbedStatusItem::draw()
 {
     QIcon icon;
-    for (const auto& picture : statusPictures(m_appearance.tone, m_panel.tone()))
+    for (const auto& picture : statusPictures(m_appearance.tone, statusColour(m_appearance.tone, m_panel.tone())))
         icon.addPixmap(QPixmap::fromImage(picture));
     m_icon->setIcon(icon);
 }

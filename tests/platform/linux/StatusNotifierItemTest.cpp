@@ -142,6 +142,18 @@ private Q_SLOTS:
         QCOMPARE(imageOf(pixmaps(u"AttentionIconPixmap"_s)[1]), green);
     }
 
+    void theIconForAttentionIsThereOnlyWhileItIsNeeded()
+    {
+        showInArea();
+        QCOMPARE(pixmaps(u"AttentionIconPixmap"_s).size(), 0);
+
+        m_item->setAppearance(kAdReady);
+        QCOMPARE(pixmaps(u"AttentionIconPixmap"_s).size(), 7);
+
+        m_item->setAppearance(kBalance);
+        QCOMPARE(pixmaps(u"AttentionIconPixmap"_s).size(), 0);
+    }
+
     void theLabelToneIsActiveAgain()
     {
         showInArea();
@@ -166,7 +178,8 @@ private Q_SLOTS:
         QCOMPARE(signalsSent(), (QStringList {u"NewTitle"_s, u"NewToolTip"_s}));
 
         m_item->setAppearance(kAdReady);
-        QCOMPARE(signalsSent(), (QStringList {u"NewIcon"_s, u"NewStatus"_s, u"NewTitle"_s, u"NewToolTip"_s}));
+        QCOMPARE(signalsSent(),
+            (QStringList {u"NewIcon"_s, u"NewAttentionIcon"_s, u"NewStatus"_s, u"NewTitle"_s, u"NewToolTip"_s}));
 
         m_item->setAppearance(kAdReady);
         QCOMPARE(signalsSent(), QStringList());
@@ -179,7 +192,7 @@ private Q_SLOTS:
         setWindowColour(Qt::white);
         QCoreApplication::processEvents();
 
-        QCOMPARE(signalsSent(), (QStringList {u"NewIcon"_s, u"NewAttentionIcon"_s}));
+        QCOMPARE(signalsSent(), QStringList {u"NewIcon"_s});
         QCOMPARE(imageOf(pixmaps(u"IconPixmap"_s)[1]), drawn(TrayGlyph::dollar, 22, QColor(0x1B, 0x1E, 0x23)));
     }
 
