@@ -1,8 +1,6 @@
 #include "platform/linux/KeyringCipher.h"
 
-#include <openssl/bn.h>
-#include <openssl/evp.h>
-#include <openssl/rand.h>
+#include "platform/linux/CryptoLibrary.h"
 
 #include <QCryptographicHash>
 #include <QMessageAuthenticationCode>
@@ -13,9 +11,9 @@ namespace orvella {
 
 namespace {
 
-using Number = std::unique_ptr<BIGNUM, decltype([](BIGNUM* number) { BN_clear_free(number); })>;
-using Arithmetic = std::unique_ptr<BN_CTX, decltype([](BN_CTX* context) { BN_CTX_free(context); })>;
-using Cipher = std::unique_ptr<EVP_CIPHER_CTX, decltype([](EVP_CIPHER_CTX* cipher) { EVP_CIPHER_CTX_free(cipher); })>;
+using Number = std::unique_ptr<BIGNUM, decltype(&BN_clear_free)>;
+using Arithmetic = std::unique_ptr<BN_CTX, decltype(&BN_CTX_free)>;
+using Cipher = std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)>;
 
 constexpr int kNumberSize = 128;
 constexpr int kBlockSize = 16;
@@ -31,32 +29,37 @@ unsigned char* bytes(QByteArray& array)
     return reinterpret_cast<unsigned char*>(array.data());
 }
 
+Number number(const CryptoLibrary& crypto)
+{
+    return {crypto.bnNew(), crypto.bnClearFree};
+}
+
+Number number(const CryptoLibrary& crypto, const QByteArray& array)
+{
+    return {crypto.bnBin2bn(bytes(array), static_cast<int>(array.size()), nullptr), crypto.bnClearFree};
+}
+
 /// The prime of the second Oakley group (RFC 2409, section 6.2). Its generator is 2.
-Number prime()
+Number prime(const CryptoLibrary& crypto)
 {
-    return Number(BN_get_rfc2409_prime_1024(nullptr));
+    return {crypto.bnGetRfc2409Prime1024(nullptr), crypto.bnClearFree};
 }
 
-Number number(const QByteArray& array)
-{
-    return Number(BN_bin2bn(bytes(array), static_cast<int>(array.size()), nullptr));
-}
-
-QByteArray written(const Number& number)
+QByteArray written(const CryptoLibrary& crypto, const Number& number)
 {
     QByteArray array(kNumberSize, Qt::Uninitialized);
-    BN_bn2binpad(number.get(), bytes(array), kNumberSize);
+    crypto.bnBn2binpad(number.get(), bytes(array), kNumberSize);
     return array;
 }
 
-QByteArray power(const Number& base, const Number& exponent)
+QByteArray power(const CryptoLibrary& crypto, const Number& base, const Number& exponent)
 {
-    const Arithmetic arithmetic(BN_CTX_secure_new());
-    const Number result(BN_new());
-    BN_set_flags(exponent.get(), BN_FLG_CONSTTIME);
-    if (BN_mod_exp(result.get(), base.get(), exponent.get(), prime().get(), arithmetic.get()) != 1)
+    const Arithmetic arithmetic(crypto.bnCtxSecureNew(), crypto.bnCtxFree);
+    const auto result = number(crypto);
+    crypto.bnSetFlags(exponent.get(), BN_FLG_CONSTTIME);
+    if (crypto.bnModExp(result.get(), base.get(), exponent.get(), prime(crypto).get(), arithmetic.get()) != 1)
         qFatal("OpenSSL cannot compute a power.");
-    return written(result);
+    return written(crypto, result);
 }
 
 /// HKDF with SHA-256 (RFC 5869), without salt and context. One round of it is enough for the key.
@@ -71,41 +74,46 @@ QByteArray keyFrom(const QByteArray& sharedNumber)
 
 KeyringCipher::KeyringCipher()
 {
-    const Number secret(BN_new());
-    if (BN_priv_rand_range(secret.get(), prime().get()) != 1)
+    const CryptoLibrary crypto;
+    const auto secret = number(crypto);
+    if (crypto.bnPrivRandRange(secret.get(), prime(crypto).get()) != 1)
         qFatal("OpenSSL has no random numbers.");
-    const Number generator(BN_new());
-    BN_set_word(generator.get(), 2);
-    m_privateKey = written(secret);
-    m_publicKey = power(generator, secret);
+    const auto generator = number(crypto);
+    crypto.bnSetWord(generator.get(), 2);
+    m_privateKey = written(crypto, secret);
+    m_publicKey = power(crypto, generator, secret);
 }
 
 bool KeyringCipher::agree(const QByteArray& publicKeyOfService)
 {
-    const auto theirs = number(publicKeyOfService);
-    const auto last = prime();
-    BN_sub_word(last.get(), 1);
+    const CryptoLibrary crypto;
+    const auto theirs = number(crypto, publicKeyOfService);
+    const auto last = prime(crypto);
+    crypto.bnSubWord(last.get(), 1);
     // By the others the shared number would be 0, 1 or its negative, whatever our own.
-    if (BN_cmp(theirs.get(), BN_value_one()) <= 0 || BN_cmp(theirs.get(), last.get()) >= 0)
+    if (crypto.bnCmp(theirs.get(), crypto.bnValueOne()) <= 0 || crypto.bnCmp(theirs.get(), last.get()) >= 0)
         return false;
-    m_key = keyFrom(power(theirs, number(m_privateKey)));
+    m_key = keyFrom(power(crypto, theirs, number(crypto, m_privateKey)));
     m_privateKey.fill(0);
     return true;
 }
 
 KeyringCipher::Sealed KeyringCipher::sealed(const Secret& secret) const
 {
+    const CryptoLibrary crypto;
     const auto& plain = secret.reveal();
     Sealed result {.parameters = QByteArray(kBlockSize, Qt::Uninitialized),
         .value = QByteArray(plain.size() + kBlockSize, Qt::Uninitialized)};
-    const Cipher cipher(EVP_CIPHER_CTX_new());
+    const Cipher cipher(crypto.evpCipherCtxNew(), crypto.evpCipherCtxFree);
     int head = 0;
     int tail = 0;
-    const bool isDone = RAND_bytes(bytes(result.parameters), kBlockSize) == 1
-        && EVP_EncryptInit_ex(cipher.get(), EVP_aes_128_cbc(), nullptr, bytes(m_key), bytes(result.parameters)) == 1
-        && EVP_EncryptUpdate(cipher.get(), bytes(result.value), &head, bytes(plain), static_cast<int>(plain.size()))
+    const bool isDone = crypto.randBytes(bytes(result.parameters), kBlockSize) == 1
+        && crypto.evpEncryptInit(cipher.get(), crypto.evpAes128Cbc(), nullptr, bytes(m_key), bytes(result.parameters))
             == 1
-        && EVP_EncryptFinal_ex(cipher.get(), bytes(result.value) + head, &tail) == 1;
+        && crypto.evpEncryptUpdate(
+               cipher.get(), bytes(result.value), &head, bytes(plain), static_cast<int>(plain.size()))
+            == 1
+        && crypto.evpEncryptFinal(cipher.get(), bytes(result.value) + head, &tail) == 1;
     if (!isDone)
         qFatal("OpenSSL cannot encrypt.");
     result.value.truncate(head + tail);
@@ -116,16 +124,17 @@ std::optional<Secret> KeyringCipher::opened(const Sealed& secret) const
 {
     if (secret.parameters.size() != kBlockSize)
         return std::nullopt;
+    const CryptoLibrary crypto;
     QByteArray plain(secret.value.size() + kBlockSize, Qt::Uninitialized);
-    const Cipher cipher(EVP_CIPHER_CTX_new());
+    const Cipher cipher(crypto.evpCipherCtxNew(), crypto.evpCipherCtxFree);
     int head = 0;
     int tail = 0;
     const bool isDone =
-        EVP_DecryptInit_ex(cipher.get(), EVP_aes_128_cbc(), nullptr, bytes(m_key), bytes(secret.parameters)) == 1
-        && EVP_DecryptUpdate(
+        crypto.evpDecryptInit(cipher.get(), crypto.evpAes128Cbc(), nullptr, bytes(m_key), bytes(secret.parameters)) == 1
+        && crypto.evpDecryptUpdate(
                cipher.get(), bytes(plain), &head, bytes(secret.value), static_cast<int>(secret.value.size()))
             == 1
-        && EVP_DecryptFinal_ex(cipher.get(), bytes(plain) + head, &tail) == 1;
+        && crypto.evpDecryptFinal(cipher.get(), bytes(plain) + head, &tail) == 1;
     if (!isDone)
         return std::nullopt;
     plain.truncate(head + tail);
