@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxForegroundFacts.h"
 
+#include "platform/linux/IdleInhibitors.h"
+#include "platform/linux/SessionLock.h"
 #include "platform/linux/X11Display.h"
 #include "platform/linux/X11Foreground.h"
 
@@ -19,17 +21,24 @@ std::optional<X11Display> displayOf(bool isWayland)
 
 } // namespace
 
-LinuxForegroundFacts::LinuxForegroundFacts(
-    const QProcessEnvironment& environment, QDBusConnection sessionBus, QDBusConnection systemBus)
-    : m_lock(sessionBus, systemBus, environment.value(u"XDG_SESSION_ID"_s))
-    , m_inhibitors(std::move(sessionBus), std::move(systemBus), ::getuid())
+LinuxForegroundFacts::LinuxForegroundFacts(const QProcessEnvironment& environment, Bus sessionBus, Bus systemBus)
+    : m_sessionBus(std::move(sessionBus))
+    , m_systemBus(std::move(systemBus))
+    , m_session(environment.value(u"XDG_SESSION_ID"_s))
     , m_isWaylandSession(isWaylandSession(environment))
 {
 }
 
+std::optional<bool> LinuxForegroundFacts::isScreenLocked() const
+{
+    return SessionLock(m_sessionBus(), m_systemBus(), m_session).isLocked();
+}
+
 std::optional<bool> LinuxForegroundFacts::isKeptAwakeForViewing() const
 {
-    return m_isWaylandSession ? m_inhibitors.isForViewing() : std::nullopt;
+    if (!m_isWaylandSession)
+        return std::nullopt;
+    return IdleInhibitors(m_sessionBus(), m_systemBus(), ::getuid()).isForViewing();
 }
 
 std::optional<qint64> LinuxForegroundFacts::frontApplication() const

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/ForegroundFacts.h"
-#include "platform/linux/IdleInhibitors.h"
-#include "platform/linux/SessionLock.h"
 
+#include <QDBusConnection>
 #include <QProcessEnvironment>
+#include <QString>
+
+#include <functional>
 
 namespace orvella {
 
@@ -12,18 +14,21 @@ namespace orvella {
 /// nobody tells a program of other programs' windows, the lock and who keeps the session awake.
 class LinuxForegroundFacts final : public ForegroundFacts {
 public:
-    LinuxForegroundFacts(const QProcessEnvironment& environment, QDBusConnection sessionBus, QDBusConnection systemBus);
+    using Bus = std::function<QDBusConnection()>;
 
-    [[nodiscard]] std::optional<bool> isScreenLocked() const override { return m_lock.isLocked(); }
+    /// The buses are connected to with the first question to them.
+    LinuxForegroundFacts(const QProcessEnvironment& environment, Bus sessionBus, Bus systemBus);
 
+    [[nodiscard]] std::optional<bool> isScreenLocked() const override;
     [[nodiscard]] std::optional<bool> isKeptAwakeForViewing() const override;
     [[nodiscard]] std::optional<qint64> frontApplication() const override;
     [[nodiscard]] std::optional<std::vector<ScreenWindow>> windows() const override;
     [[nodiscard]] std::vector<QSizeF> screens() const override;
 
 private:
-    SessionLock m_lock;
-    IdleInhibitors m_inhibitors;
+    Bus m_sessionBus;
+    Bus m_systemBus;
+    QString m_session;
     bool m_isWaylandSession;
 };
 

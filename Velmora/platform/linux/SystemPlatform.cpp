@@ -84,7 +84,7 @@ struct SystemPlatform::Services {
     LinuxStatusItem statusItem;
     std::unique_ptr<WindowSystem> windows = sessionWindowSystem([this] { return activationTokens.take(); });
     LinuxDesktopLook look {QDBusConnection::sessionBus()};
-    LinuxForegroundFacts foreground {environment, QDBusConnection::sessionBus(), QDBusConnection::systemBus()};
+    LinuxForegroundFacts foreground {environment, &QDBusConnection::sessionBus, &QDBusConnection::systemBus};
     PortalProxies proxies {QDBusConnection::sessionBus()};
     QString updaterLibrary = ownLibrary(QStringLiteral("orvella-updater.so"));
     LinuxSystemReport report {environment, QDBusConnection::sessionBus(), updaterLibrary};

@@ -12,13 +12,14 @@ namespace orvella {
 X11Activation::X11Activation(const X11Display& display, X11Hints& hints)
     : m_display(display)
     , m_hints(hints)
-    , m_timeProperty(x11Atom(display.connection, "_ORVELLA_TIME"))
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 void X11Activation::activate(QWindow& window)
 {
+    if (m_timeProperty == XCB_ATOM_NONE)
+        m_timeProperty = x11Atom(m_display.connection, "_ORVELLA_TIME");
     m_window = &window;
     m_windowId = static_cast<xcb_window_t>(window.winId());
     window.raise();
@@ -31,7 +32,8 @@ void X11Activation::activate(QWindow& window)
 bool X11Activation::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     const auto* const event = static_cast<const xcb_property_notify_event_t*>(message);
-    if (event->response_type == XCB_PROPERTY_NOTIFY && event->atom == m_timeProperty && event->window == m_windowId) {
+    if (m_windowId != XCB_WINDOW_NONE && event->response_type == XCB_PROPERTY_NOTIFY && event->atom == m_timeProperty
+        && event->window == m_windowId) {
         const auto* const window = std::exchange(m_window, nullptr).data();
         if (window != nullptr && window->isVisible() && m_hints.isValid())
             request(event->time);

@@ -28,7 +28,8 @@ private:
 
     X11Display m_display;
     X11Hints& m_hints;
-    quint32 m_timeProperty;
+    /// None before the first request.
+    quint32 m_timeProperty = 0;
     /// Waits for the server's time.
     QPointer<QWindow> m_window;
     quint32 m_windowId = 0;

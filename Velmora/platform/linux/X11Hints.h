@@ -2,9 +2,12 @@
 
 #include <xcb/xcb_ewmh.h>
 
+#include <optional>
+
 namespace orvella {
 
-/// The atoms of the Extended Window Manager Hints on one connection. It takes one round trip to learn them.
+/// The atoms of the Extended Window Manager Hints on one connection. They are learned when they are first needed, in
+/// one round trip.
 class X11Hints final {
 public:
     /// As the number of a workspace: the window is on each of them.
@@ -16,16 +19,18 @@ public:
     ~X11Hints();
 
     /// False once the connection is lost; then there are no atoms.
-    [[nodiscard]] bool isValid() const { return m_isValid; }
+    [[nodiscard]] bool isValid() const;
 
-    [[nodiscard]] const xcb_ewmh_connection_t* operator->() const { return &m_hints; }
+    [[nodiscard]] const xcb_ewmh_connection_t* operator->() const { return get(); }
 
     /// For the functions of the library, none of which changes it.
-    [[nodiscard]] xcb_ewmh_connection_t* get() { return &m_hints; }
+    [[nodiscard]] xcb_ewmh_connection_t* get() const;
 
 private:
-    xcb_ewmh_connection_t m_hints {};
-    bool m_isValid;
+    xcb_connection_t* m_connection;
+    mutable xcb_ewmh_connection_t m_hints {};
+    /// Nothing until it is known.
+    mutable std::optional<bool> m_isValid;
 };
 
 } // namespace orvella

@@ -69,7 +69,6 @@ private:
 
 X11Presses::X11Presses(const X11Display& display)
     : m_display(display)
-    , m_extension(inputExtension(display.connection))
     , m_listeners(std::make_shared<Listeners>())
 {
     m_listeners->presses = this;
@@ -109,7 +108,9 @@ bool X11Presses::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 void X11Presses::select()
 {
     const bool isWanted = !m_listeners->functions.empty();
-    if (m_extension == 0 || std::exchange(m_isSelected, isWanted) == isWanted)
+    if (isWanted && !m_extension)
+        m_extension = inputExtension(m_display.connection);
+    if (m_extension.value_or(0) == 0 || std::exchange(m_isSelected, isWanted) == isWanted)
         return;
     struct {
         xcb_input_event_mask_t head;

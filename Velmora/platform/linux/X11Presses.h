@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace orvella {
 
@@ -36,7 +37,8 @@ private:
     void select();
 
     X11Display m_display;
-    quint8 m_extension = 0;
+    /// Nothing before somebody listens; 0 where there is none.
+    std::optional<quint8> m_extension;
     bool m_isSelected = false;
     std::shared_ptr<Listeners> m_listeners;
 };

@@ -42,14 +42,13 @@ std::vector<X11Windows::Window> X11Windows::list(const X11Display& display)
     const auto ask = [&display](xcb_window_t window, xcb_atom_t property, xcb_atom_t type) {
         return X11Property(display.connection, {window, property, type});
     };
-    const auto gtkApplication = x11Atom(display.connection, "_GTK_APPLICATION_ID");
-    const auto kdeApplication = x11Atom(display.connection, "_KDE_NET_WM_DESKTOP_FILE");
+    const auto applications = x11Atoms(display.connection, {"_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE"});
     X11Property clients(
         display.connection, {display.root, hints->_NET_CLIENT_LIST, XCB_ATOM_WINDOW, X11Property::kMostWindows});
     std::vector<Questions> questions;
     for (const auto window : clients.words().value_or(std::vector<uint32_t>()))
         questions.push_back({window, ask(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
-            ask(window, gtkApplication, hints->UTF8_STRING), ask(window, kdeApplication, hints->UTF8_STRING),
+            ask(window, applications[0], hints->UTF8_STRING), ask(window, applications[1], hints->UTF8_STRING),
             ask(window, hints->_NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM), ask(window, hints->_NET_WM_STATE, XCB_ATOM_ATOM)});
 
     std::vector<Window> windows;

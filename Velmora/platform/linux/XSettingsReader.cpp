@@ -14,10 +14,12 @@ namespace orvella {
 
 XSettingsReader::XSettingsReader(const X11Display& display)
     : m_display(display)
-    , m_selection(x11Atom(display.connection, "_XSETTINGS_S" + std::to_string(display.screen)))
-    , m_property(x11Atom(display.connection, "_XSETTINGS_SETTINGS"))
-    , m_announcement(x11Atom(display.connection, "MANAGER"))
 {
+    const auto selection = "_XSETTINGS_S" + std::to_string(display.screen);
+    const auto atoms = x11Atoms(display.connection, {selection, "_XSETTINGS_SETTINGS", "MANAGER"});
+    m_selection = atoms[0];
+    m_property = atoms[1];
+    m_announcement = atoms[2];
     QCoreApplication::instance()->installNativeEventFilter(this);
     findManager();
 }

@@ -28,9 +28,9 @@ private:
     void read();
 
     X11Display m_display;
-    quint32 m_selection;
-    quint32 m_property;
-    quint32 m_announcement;
+    quint32 m_selection = 0;
+    quint32 m_property = 0;
+    quint32 m_announcement = 0;
     /// The window that carries the settings; 0 where there is none.
     quint32 m_manager = 0;
     LookWishes m_wishes;

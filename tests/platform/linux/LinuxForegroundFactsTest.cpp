@@ -29,7 +29,7 @@ LinuxForegroundFacts facts(const QString& name = {}, const QString& value = {})
     QProcessEnvironment environment;
     if (!name.isEmpty())
         environment.insert(name, value);
-    return LinuxForegroundFacts(environment, nowhere(), nowhere());
+    return LinuxForegroundFacts(environment, nowhere, nowhere);
 }
 
 QString textOf(const std::optional<qint64>& number)
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QProcessEnvironment wayland;
         wayland.insert(u"WAYLAND_DISPLAY"_s, u"wayland-0"_s);
         const auto keptAwake = [](const QProcessEnvironment& environment) {
-            return LinuxForegroundFacts(environment, QDBusConnection::sessionBus(), nowhere()).isKeptAwakeForViewing();
+            return LinuxForegroundFacts(environment, &QDBusConnection::sessionBus, nowhere).isKeptAwakeForViewing();
         };
         QCOMPARE(keptAwake(wayland), std::nullopt);
         FakeServices services;
