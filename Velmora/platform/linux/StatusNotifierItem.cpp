@@ -78,6 +78,8 @@ void StatusNotifierItem::show(Handlers handlers)
     m_watcherOwners.addWatchedService(kWatcherService);
     // A watcher may have its name before it can answer; then its first host is the occasion to try again.
     m_bus.connect({}, kWatcherPath, kWatcherService, u"StatusNotifierHostRegistered"_s, this, SLOT(findWatcher()));
+    // A watcher that is there need not wait until it is known who it is.
+    m_firstRequest = m_bus.asyncCall(registrationAt(kWatcherService));
     findWatcher();
 }
 
@@ -125,19 +127,29 @@ void StatusNotifierItem::findWatcher()
     });
 }
 
+QDBusMessage StatusNotifierItem::registrationAt(const QString& watcher) const
+{
+    auto request =
+        QDBusMessage::createMethodCall(watcher, kWatcherPath, kWatcherService, u"RegisterStatusNotifierItem"_s);
+    request.setAutoStartService(false);
+    // A name of its own would be one more thing that a sandbox has to allow; the connection's is enough.
+    request << m_bus.baseService();
+    return request;
+}
+
 void StatusNotifierItem::registerAt(const QString& watcher)
 {
+    auto request = std::exchange(m_firstRequest, std::nullopt);
     Q_EMIT watcherKnown(!watcher.isEmpty());
     if (std::exchange(m_watcher, watcher) == watcher)
         return;
     m_lastClick.reset();
     if (watcher.isEmpty())
         return;
-    auto request =
-        QDBusMessage::createMethodCall(watcher, kWatcherPath, kWatcherService, u"RegisterStatusNotifierItem"_s);
-    // A name of its own would be one more thing that a sandbox has to allow; the connection's is enough.
-    request << m_bus.baseService();
-    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    // The first one, unless it came too early: then it has its answer already, which the bus has given itself.
+    if (!request || request->isError())
+        request = m_bus.asyncCall(registrationAt(watcher));
+    auto* call = new QDBusPendingCallWatcher(*request, this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, watcher](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
         if (finished->isError() && m_watcher == watcher)

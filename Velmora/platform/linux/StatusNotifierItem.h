@@ -7,6 +7,8 @@
 #include "platform/linux/StatusNotifierAdaptor.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QPoint>
@@ -48,8 +50,8 @@ public:
     [[nodiscard]] bool isWatcherThere() const;
 
 Q_SIGNALS:
-    /// Whether there is a watcher to register with, as soon as that is known and after every change. The item registers
-    /// only when all listeners have heard of it.
+    /// Whether there is a watcher to register with, as soon as that is known and after every change. But for one that
+    /// is there when the item is shown, the item registers only when all listeners have heard of it.
     void watcherKnown(bool isThere);
 
 private Q_SLOTS:
@@ -57,6 +59,7 @@ private Q_SLOTS:
 
 private:
     void refresh();
+    [[nodiscard]] QDBusMessage registrationAt(const QString& watcher) const;
     /// Registers with the watcher of this unique name, unless it knows the item already.
     void registerAt(const QString& watcher);
     void clicked(QPoint reported);
@@ -71,6 +74,8 @@ private:
     StatusAppearance m_appearance;
     /// The unique name of the watcher that knows the item.
     QString m_watcher;
+    /// To whoever had the watcher's name when the item was shown, until its owner is known.
+    std::optional<QDBusPendingCall> m_firstRequest;
     Handlers m_handlers;
     std::optional<QPoint> m_lastClick;
 };
