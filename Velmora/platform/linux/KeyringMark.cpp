@@ -22,11 +22,12 @@ QCoro::Task<bool> KeyringMark::isSet(QString service, QString account)
     co_return found;
 }
 
-QCoro::Task<> KeyringMark::set(QString service, QString account)
+QCoro::Task<bool> KeyringMark::set(QString service, QString account)
 {
     auto writing = m_thread.run(
         [file = path(service, account)] { return QFile::exists(file) || AtomicFile(file).replace({}).has_value(); });
-    co_await writing;
+    const auto isWritten = co_await writing;
+    co_return isWritten;
 }
 
 QCoro::Task<> KeyringMark::clear(QString service, QString account)

@@ -17,7 +17,8 @@ public:
     explicit KeyringMark(QString folder);
 
     QCoro::Task<bool> isSet(QString service, QString account);
-    QCoro::Task<> set(QString service, QString account);
+    /// False where it could not be written.
+    QCoro::Task<bool> set(QString service, QString account);
     QCoro::Task<> clear(QString service, QString account);
 
 private:

@@ -84,7 +84,7 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutKeyring(
     const auto fileTakesOver = kept && trouble == KeyringTrouble::absent && !m_held.contains(key);
     const auto item = rememberedOr(key, kept);
     if (fileTakesOver)
-        co_await m_mark.clear(key.first, key.second);
+        co_await unmark(key);
     co_return item;
 }
 
@@ -96,7 +96,7 @@ QCoro::Task<Secret> SystemSecretStore::withItem(Key key, Secret item, std::optio
     const auto chosen = isOther ? held->second.value : item;
     if (!isOther)
         m_held.insert_or_assign(key, Held {item, Place::keyring});
-    co_await m_mark.set(key.first, key.second);
+    co_await mark(key);
     if (end.stop_requested())
         co_return chosen;
     if (kept == item) // A move that was cut short.
@@ -126,7 +126,7 @@ QCoro::Task<> SystemSecretStore::moveToKeyring(Key key, Secret value)
         co_return;
     if (const auto held = m_held.find(key); held != m_held.end() && held->second.value == value)
         held->second.place = Place::keyring;
-    co_await m_mark.set(service, account);
+    co_await mark(key);
     if (end.stop_requested())
         co_return;
     co_await m_file.remove(service, account);
@@ -142,7 +142,7 @@ QCoro::Task<> SystemSecretStore::add(QString service, QString account, Secret va
     const auto place = added ? Place::keyring : isAbsent ? Place::file : Place::memory;
     m_held.insert_or_assign(Key {service, account}, Held {value, place});
     if (place == Place::keyring) {
-        co_await m_mark.set(service, account);
+        co_await mark(Key {service, account});
         if (!end.stop_requested() && m_unclear.erase(Key {service, account}) > 0)
             std::ignore = co_await m_keyring.removeOtherItems(service, account, value);
     }
@@ -151,7 +151,7 @@ QCoro::Task<> SystemSecretStore::add(QString service, QString account, Secret va
     co_await m_file.add(service, account, value);
     if (end.stop_requested())
         co_return;
-    co_await m_mark.clear(service, account);
+    co_await unmark(Key {service, account});
 }
 
 QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
@@ -163,11 +163,28 @@ QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
         if (end.stop_requested())
             co_return;
         if (removed)
-            co_await m_mark.clear(service, account);
+            co_await unmark(Key {service, account});
         if (end.stop_requested())
             co_return;
     }
     co_await m_file.remove(service, account);
+}
+
+/// Every read comes by here, so what is set in this run is not looked for again.
+QCoro::Task<> SystemSecretStore::mark(Key key)
+{
+    const auto end = m_end.get_token();
+    if (!m_marked.insert(key).second)
+        co_return;
+    const auto isSet = co_await m_mark.set(key.first, key.second);
+    if (!end.stop_requested() && !isSet)
+        m_marked.erase(key);
+}
+
+QCoro::Task<> SystemSecretStore::unmark(Key key)
+{
+    m_marked.erase(key);
+    co_await m_mark.clear(key.first, key.second);
 }
 
 } // namespace orvella

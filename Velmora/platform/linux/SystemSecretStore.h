@@ -60,12 +60,16 @@ private:
     QCoro::Task<Secret> withItem(Key key, Secret item, std::optional<Secret> kept);
     QCoro::Task<std::optional<Secret>> withoutItem(Key key, std::optional<Secret> kept);
     QCoro::Task<> moveToKeyring(Key key, Secret value);
+    QCoro::Task<> mark(Key key);
+    QCoro::Task<> unmark(Key key);
 
     std::stop_source m_end;
     /// The items of this run.
     std::map<Key, Held> m_held;
     /// What the keyring holds of these could not be read.
     std::set<Key> m_unclear;
+    /// These are marked, or just being.
+    std::set<Key> m_marked;
     FileSecretStore m_file;
     KeyringMark m_mark;
     KeyringSecretStore m_keyring;

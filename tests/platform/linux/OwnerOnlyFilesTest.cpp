@@ -57,7 +57,9 @@ private Q_SLOTS:
         QCOMPARE(::chmod(QFile::encodeName(state + u"/secrets.json"_s).constData(), 0666), 0);
         await(secrets.add(kService, kAccount, Secret("token-2")));
         KeyringMark mark(state);
-        await(mark.set(kService, kAccount));
+        const Outcome setting(mark.set(kService, kAccount));
+        QTRY_VERIFY(setting.isThere());
+        QVERIFY(*setting);
         ::umask(before);
 
         QStringList files;
