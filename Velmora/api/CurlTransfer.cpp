@@ -7,14 +7,12 @@
 #include "base/Version.h"
 
 #include <QCoreApplication>
-#include <QDirIterator>
-#include <QFile>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <string_view>
-
-using namespace Qt::StringLiterals;
+#include <system_error>
 
 namespace orvella {
 
@@ -137,7 +135,19 @@ void setRules(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
 bool hasHashedAuthorities(const CurlLibrary& curl)
 {
     const auto* const folder = curl.versionInfo(CURLVERSION_NOW)->capath;
-    return folder != nullptr && QDirIterator(QFile::decodeName(folder), {u"????????.0"_s}, QDir::Files).hasNext();
+    if (folder == nullptr)
+        return false;
+    // By the names alone, before each request: Qt would look at every file.
+    constexpr std::size_t kHash = 8;
+    constexpr std::string_view kFirst = ".0";
+    std::error_code trouble;
+    std::filesystem::directory_iterator entry(folder, trouble);
+    for (const std::filesystem::directory_iterator end; !trouble && entry != end; entry.increment(trouble)) {
+        const auto name = entry->path().filename().native();
+        if (name.size() == kHash + kFirst.size() && name.ends_with(kFirst))
+            return true;
+    }
+    return false;
 }
 
 void setTrust(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
