@@ -1,7 +1,6 @@
-#include "platform/linux/DBusInstance.h"
-
 #include "base/ApplicationId.h"
 #include "base/Clock.h"
+#include "platform/linux/InstanceFixture.h"
 #include "support/PrivateBus.h"
 
 #include <QCoreApplication>
@@ -10,39 +9,16 @@
 #include <QDBusVirtualObject>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <cstdio>
-#include <memory>
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-using Request = Instance::Request;
-using Requests = QList<Request>;
-
 namespace {
 
 const auto kClaim = u"--claim"_s;
-const auto kServe = u"--serve"_s;
-const auto kConnection = u"first"_s;
-
-QString nameOf(Request request)
-{
-    switch (request) {
-    case Request::nothing:
-        return u"nothing"_s;
-    case Request::reopen:
-        return u"reopen"_s;
-    case Request::openAd:
-        return u"openAd"_s;
-    case Request::showSettings:
-        return u"showSettings"_s;
-    }
-    return {};
-}
 
 /// The program once more, in a process of its own; the name of the profile follows, if there is one.
 int claimAndSay()
@@ -51,36 +27,15 @@ int claimAndSay()
     options.environment = QProcessEnvironment::systemEnvironment();
     if (const auto arguments = QCoreApplication::arguments(); arguments.size() > 2)
         options.profile = arguments.at(2);
-    const auto request = static_cast<Request>(qEnvironmentVariableIntValue("REQUEST"));
-    DBusInstance instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection), options);
+    const auto request = static_cast<Instance::Request>(qEnvironmentVariableIntValue("REQUEST"));
+    DBusInstance instance(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"claiming"_s), options);
     std::puts(instance.claim(request) ? "first" : "second");
     return 0;
 }
 
-/// The program as the bus starts it: what happens to it goes into a file, and the settings end it.
-int serveAndWriteDown()
-{
-    QFile file(QCoreApplication::arguments().at(2));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return 1;
-    const auto writeDown = [&file](const QString& line) { file.write(line.toUtf8() + '\n'); };
-    auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection);
-    // It does not outlive the test, whatever becomes of that.
-    bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
-        QCoreApplication::instance(), SLOT(quit()));
-    DBusInstance instance(bus, {{}, {}, [&writeDown](const QString& token) { writeDown(u"token "_s + token); }});
-    writeDown(instance.claim(Request::reopen) ? u"launch"_s : u"second"_s);
-    instance.watch([&writeDown](Request request) {
-        writeDown(nameOf(request));
-        if (request == Request::showSettings)
-            QCoreApplication::exit();
-    });
-    return QCoreApplication::exec();
-}
-
 /// What such a program says of itself.
-QByteArray claimElsewhere(
-    const QString& profile = {}, const QHash<QString, QString>& variables = {}, Request request = Request::reopen)
+QByteArray claimElsewhere(const QString& profile = {}, const QHash<QString, QString>& variables = {},
+    Instance::Request request = Instance::Request::reopen)
 {
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
@@ -96,41 +51,6 @@ QByteArray claimElsewhere(
         return "it does not end";
     return process.readAllStandardOutput().trimmed();
 }
-
-/// Calls the program on a bus that starts it, which is the first of these calls' doing.
-class ActivatingBus final {
-public:
-    ActivatingBus()
-    {
-        m_bus.addService(
-            kApplicationId, u"\"%1\" %2 \"%3\""_s.arg(QCoreApplication::applicationFilePath(), kServe, log()));
-    }
-
-    ~ActivatingBus() { QDBusConnection::disconnectFromBus(u"activating"_s); }
-
-    void call(const QString& method, const QVariantList& arguments)
-    {
-        auto connection = QDBusConnection::connectToBus(m_bus.address(), u"activating"_s);
-        auto call = QDBusMessage::createMethodCall(
-            kApplicationId, u"/io/orvella/Orvella"_s, u"org.freedesktop.Application"_s, method);
-        call.setArguments(arguments);
-        QCOMPARE(connection.call(call).type(), QDBusMessage::ReplyMessage);
-    }
-
-    [[nodiscard]] QStringList events() const
-    {
-        QFile file(log());
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
-    }
-
-private:
-    [[nodiscard]] QString log() const { return m_folder.filePath(u"log"_s); }
-
-    QTemporaryDir m_folder;
-    PrivateBus m_bus;
-};
 
 /// Owns the name as a program that does not do what it should.
 class OddOwner final : public QDBusVirtualObject {
@@ -169,25 +89,14 @@ private:
 
 } // namespace
 
-class DBusInstanceTest final : public QObject {
+/// One program for each profile: the second has the first do what it was started for.
+class DBusInstanceTest final : public QObject, private InstanceFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection);
-        QVERIFY(m_bus.isConnected());
-        m_first = instance({});
-        m_tokens.clear();
-        m_requests.clear();
-    }
+    void init() { start(); }
 
-    void cleanup()
-    {
-        m_first.reset();
-        m_bus = QDBusConnection(QString());
-        QDBusConnection::disconnectFromBus(kConnection);
-    }
+    void cleanup() { finish(); }
 
     void theFirstProgramHasTheNameOfTheApplication()
     {
@@ -345,57 +254,6 @@ private Q_SLOTS:
         QTEST(m_tokens, "handedOver");
     }
 
-    void aLauncherActivatesItAsTheSpecificationHasIt()
-    {
-        QVERIFY(m_first->claim(Request::reopen));
-        watch();
-
-        QVERIFY(launch({u"launch"_s, kApplicationId}));
-        QTRY_COMPARE(m_requests.size(), 1);
-
-        QVERIFY(launch({u"launch"_s, kApplicationId, u"/tmp/file"_s}));
-        QTRY_COMPARE(m_requests.size(), 2);
-
-        QVERIFY(launch({u"action"_s, kApplicationId, u"open-ad"_s}));
-        QVERIFY(launch({u"action"_s, kApplicationId, u"settings"_s}));
-        QTRY_COMPARE(m_requests.mid(2), (Requests {Request::openAd, Request::showSettings}));
-    }
-
-    void anActionThatThereIsNotDoesNothing()
-    {
-        QVERIFY(m_first->claim(Request::reopen));
-        watch();
-
-        QVERIFY(launch({u"action"_s, kApplicationId, u"unknown"_s, u"'parameter'"_s}));
-        QVERIFY(launch({u"action"_s, kApplicationId, u"Open-Ad"_s}));
-
-        QTest::qWait(50);
-        QCOMPARE(m_requests, Requests());
-    }
-
-    void aStartByTheBusIsTheActivationItself()
-    {
-        ActivatingBus bus;
-
-        bus.call(u"Activate"_s, {QVariantMap {{u"activation-token"_s, u"token"_s}}});
-        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s}));
-        bus.call(u"Activate"_s, {QVariantMap()});
-        bus.call(u"ActivateAction"_s, {u"settings"_s, QVariantList(), QVariantMap()});
-
-        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s, u"reopen"_s, u"showSettings"_s}));
-    }
-
-    void aStartByTheBusForAnActionDoesIt()
-    {
-        ActivatingBus bus;
-
-        bus.call(
-            u"ActivateAction"_s, {u"open-ad"_s, QVariantList(), QVariantMap {{u"activation-token"_s, u"token"_s}}});
-        bus.call(u"ActivateAction"_s, {u"settings"_s, QVariantList(), QVariantMap()});
-
-        QTRY_COMPARE(bus.events(), (QStringList {u"token token"_s, u"launch"_s, u"openAd"_s, u"showSettings"_s}));
-    }
-
     void anOwnerThatKeepsSilentIsWaitedForForTwoSeconds()
     {
         const SystemClock clock;
@@ -448,37 +306,10 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<DBusInstance> instance(const std::optional<QString>& profile)
-    {
-        return std::make_unique<DBusInstance>(m_bus,
-            DBusInstance::Options {
-                profile, QProcessEnvironment(), [this](const QString& token) { m_tokens.append(token); }});
-    }
-
-    void watch()
-    {
-        m_first->watch([this](Request request) { m_requests.append(request); });
-    }
-
     static bool isOwned(const QString& name)
     {
         return QDBusConnection::sessionBus().interface()->isServiceRegistered(name);
     }
-
-    /// What GLib offers for launching applications over the bus.
-    static bool launch(const QStringList& arguments)
-    {
-        QProcess launcher;
-        launcher.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        launcher.start(u"gapplication"_s, arguments);
-        return QTest::qWaitFor([&launcher] { return launcher.state() == QProcess::NotRunning; }, 20000)
-            && launcher.exitCode() == 0;
-    }
-
-    QDBusConnection m_bus {QString()};
-    std::unique_ptr<DBusInstance> m_first;
-    QStringList m_tokens;
-    Requests m_requests;
 };
 
 int main(int argumentCount, char** arguments)
@@ -486,8 +317,6 @@ int main(int argumentCount, char** arguments)
     QCoreApplication application(argumentCount, arguments);
     if (QCoreApplication::arguments().value(1) == kClaim)
         return claimAndSay();
-    if (QCoreApplication::arguments().value(1) == kServe)
-        return serveAndWriteDown();
     DBusInstanceTest test;
     return QTest::qExec(&test, argumentCount, arguments);
 }
