@@ -1,46 +1,19 @@
-#include "ui/popover/Popover.h"
-
-#include "support/FakePlatform.h"
+#include "ui/popover/PopoverWorld.h"
 #include "ui/popover/Shadow.h"
 
 #include <QApplication>
-#include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
-#include <QVBoxLayout>
 
 using namespace orvella;
-using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
+
+using World = PopoverWorld;
 
 namespace {
 
-struct World {
-    FakePlatform platform;
-    Look look {platform.look};
-    std::optional<PopoverAnchor> anchor {PopoverAnchor {QRect(400, 0, 1, 28), 2}};
-    std::unique_ptr<Popover> popover;
-    QPushButton* button = nullptr;
-
-    explicit World(Popover::Behaviour behaviour = Popover::Behaviour::transient, bool composites = false)
-    {
-        platform.windows.composites = composites;
-        auto* const content = new QWidget;
-        content->setFixedSize(300, 100);
-        button = new QPushButton(content);
-        popover = std::make_unique<Popover>(
-            look, platform.windows, platform.clock, behaviour, content, [this] { return anchor; });
-    }
-
-    void open(Popover::Keyboard keyboard = Popover::Keyboard::taken)
-    {
-        popover->open(keyboard);
-        settle();
-    }
-};
-
-const auto kStays = Popover::Behaviour::applicationDefined;
+constexpr auto kStays = Popover::Behaviour::applicationDefined;
 
 } // namespace
 
@@ -120,21 +93,6 @@ private Q_SLOTS:
         QCOMPARE(world.platform.windows.watches(), 1U);
     }
 
-    void closedByTheProgramItIsGoneAndSaysSoOnce()
-    {
-        World world;
-        const QSignalSpy closed(world.popover.get(), &Popover::closed);
-        world.open();
-
-        world.popover->performClose();
-        world.popover->performClose();
-
-        QVERIFY(!world.popover->isShown());
-        QVERIFY(!world.popover->isVisible());
-        QCOMPARE(closed.count(), 1);
-        QCOMPARE(world.platform.windows.watches(), 0U);
-    }
-
     void itOpensAgain()
     {
         World world;
@@ -173,71 +131,6 @@ private Q_SLOTS:
         QVERIFY(world.button->hasFocus());
     }
 
-    void escapeClosesWhatIsTransient()
-    {
-        World world;
-        world.open();
-
-        QTest::keyClick(world.popover.get(), Qt::Key_Escape);
-
-        QVERIFY(!world.popover->isShown());
-    }
-
-    void escapeOnlyTellsOfItselfInWhatStays()
-    {
-        World world(kStays);
-        const QSignalSpy escaped(world.popover.get(), &Popover::escaped);
-        world.open();
-
-        QTest::keyClick(world.popover.get(), Qt::Key_Escape);
-
-        QVERIFY(world.popover->isShown());
-        QCOMPARE(escaped.count(), 1);
-    }
-
-    void aPressElsewhereClosesWhatIsTransient()
-    {
-        World world;
-        world.open();
-
-        world.platform.windows.press({10, 700});
-
-        QVERIFY(!world.popover->isShown());
-        QCOMPARE(world.platform.windows.watches(), 0U);
-    }
-
-    void aPressInItOrOnItsAnchorDoesNot_data()
-    {
-        QTest::addColumn<QPoint>("place");
-        QTest::newRow("in the middle") << QPoint(400, 80);
-        QTest::newRow("on the anchor") << QPoint(400, 14);
-        QTest::newRow("in its last corner") << QPoint(549, 137);
-    }
-
-    void aPressInItOrOnItsAnchorDoesNot()
-    {
-        QFETCH(const QPoint, place);
-        World world;
-        world.open();
-
-        world.platform.windows.press(place);
-
-        QVERIFY(world.popover->isShown());
-    }
-
-    void aPressBesideTheLastClickOnTheItemIsOneOnTheItem()
-    {
-        World world;
-        world.anchor = PopoverAnchor {QRect(400, 14, 1, 1), 2};
-        world.open();
-
-        world.platform.windows.press({416, 14});
-        QVERIFY(world.popover->isShown());
-
-        world.platform.windows.press({417, 14});
-        QVERIFY(!world.popover->isShown());
-    }
-
     void whatFadesAwayTakesNoClicksAndOpensAgainAsNew()
     {
         World world(kStays, true);
@@ -274,72 +167,6 @@ private Q_SLOTS:
         world.open();
         QVERIFY(!world.popover->testAttribute(Qt::WA_TranslucentBackground));
         QCOMPARE(world.popover->size(), QSize(302, 110));
-    }
-
-    void pressesDoNotMatterToWhatStays()
-    {
-        World world(kStays);
-        world.open();
-
-        QCOMPARE(world.platform.windows.watches(), 0U);
-    }
-
-    void anotherProgramsWindowThatTakesTheKeyboardClosesWhatIsTransient()
-    {
-        World world;
-        world.open();
-        QApplication::setActiveWindow(world.popover.get());
-
-        QApplication::setActiveWindow(nullptr);
-
-        QVERIFY(!world.popover->isShown());
-    }
-
-    void anotherWindowOfTheProgramDoesNot()
-    {
-        World world;
-        QWidget other;
-        other.show();
-        world.open();
-        QApplication::setActiveWindow(world.popover.get());
-
-        QApplication::setActiveWindow(&other);
-
-        QVERIFY(world.popover->isShown());
-    }
-
-    void losingTheKeyboardDoesNotMatterToWhatStays()
-    {
-        World world(kStays);
-        world.open();
-        QApplication::setActiveWindow(world.popover.get());
-
-        QApplication::setActiveWindow(nullptr);
-
-        QVERIFY(world.popover->isShown());
-    }
-
-    void aDesktopThatClosesWhatIsTransientClosesIt()
-    {
-        World world;
-        world.open();
-
-        world.popover->close();
-
-        QVERIFY(!world.popover->isShown());
-    }
-
-    void aDesktopThatClosesWhatStaysOnlyAsks()
-    {
-        World world(kStays);
-        const QSignalSpy asked(world.popover.get(), &Popover::closeRequested);
-        world.open();
-
-        world.popover->close();
-
-        QVERIFY(world.popover->isShown());
-        QVERIFY(world.popover->isVisible());
-        QCOMPARE(asked.count(), 1);
     }
 
     void itFollowsALookThatChanges()
