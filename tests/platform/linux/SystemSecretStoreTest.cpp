@@ -1,45 +1,21 @@
-#include "platform/linux/SystemSecretStore.h"
-#include "support/FakeClock.h"
+#include "platform/linux/SystemSecretsFixture.h"
 #include "support/FakeSecretService.h"
 #include "support/KeyringDaemon.h"
-#include "support/Outcome.h"
 
 #include <QFileInfo>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <memory>
 
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-const auto kService = u"orvella.device-token"_s;
-const auto kAccount = u"default"_s;
-
-} // namespace
-
 /// Keyring or file, and the way from the one to the other.
-class SystemSecretStoreTest final : public QObject {
+class SystemSecretStoreTest final : public QObject, private SystemSecretsFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        home = std::make_unique<QTemporaryDir>();
-        QVERIFY(home->isValid());
-        file = std::make_unique<FileSecretStore>(home->path());
-        store = std::make_unique<SystemSecretStore>(clock, home->path());
-    }
+    void init() { start(); }
 
-    void cleanup()
-    {
-        store.reset();
-        file.reset();
-        home.reset();
-    }
+    void cleanup() { finish(); }
 
     void withoutAKeyringTheFileServes()
     {
@@ -157,129 +133,6 @@ private Q_SLOTS:
         QVERIFY(!read(*file));
     }
 
-    void whatTheViewerRefusesServesUntilTheProgramEnds()
-    {
-        FakeSecretService service;
-        service.isLocked = true;
-        service.start();
-        refuse(service);
-
-        QCOMPARE(read(*store), "token-2");
-        service.die();
-        QCOMPARE(read(*store), "token-2");
-
-        store = std::make_unique<SystemSecretStore>(clock, home->path());
-        QVERIFY(!read(*store));
-    }
-
-    void afterARefusalTheItemOfAKeyringThatIsFoundOpenCounts()
-    {
-        FakeSecretService service;
-        service.put(kService, "token-1");
-        service.isLocked = true;
-        service.start();
-        refuse(service);
-
-        service.isLocked = false;
-
-        QCOMPARE(read(*store), "token-1");
-    }
-
-    void afterARefusalTheItemMovesIntoAKeyringThatIsFoundOpenAndHasNone()
-    {
-        FakeSecretService service;
-        service.isLocked = true;
-        service.start();
-        refuse(service);
-
-        service.isLocked = false;
-
-        QCOMPARE(read(*store), "token-2");
-        QCOMPARE(service.items.size(), 1U);
-        QCOMPARE(service.items.begin()->second.secret, "token-2");
-    }
-
-    void inOneRunTheItemOfTheFileStays()
-    {
-        wait(file->add(kService, kAccount, Secret("token-2")));
-        QCOMPARE(read(*store), "token-2");
-        FakeSecretService service;
-        service.put(kService, "token-1");
-        service.start();
-
-        QCOMPARE(read(*store), "token-2");
-        QCOMPARE(service.calls(u"CreateItem"_s), 0);
-
-        store = std::make_unique<SystemSecretStore>(clock, home->path());
-        QCOMPARE(read(*store), "token-1");
-    }
-
-    void inOneRunAnItemThatWasAddedToTheFileStays()
-    {
-        wait(store->add(kService, kAccount, Secret("token-2")));
-        FakeSecretService service;
-        service.put(kService, "token-1");
-        service.start();
-
-        QCOMPARE(read(*store), "token-2");
-    }
-
-    void inOneRunTheItemOfTheKeyringStays()
-    {
-        wait(file->add(kService, kAccount, Secret("token-2")));
-        FakeSecretService service;
-        service.put(kService, "token-1");
-        service.start();
-        QCOMPARE(read(*store), "token-1");
-
-        service.die();
-
-        QCOMPARE(read(*store), "token-1");
-    }
-
-    void anItemThatSomebodyRemovedFromTheKeyringIsGone()
-    {
-        FakeSecretService service;
-        service.put(kService, "token-1");
-        service.start();
-        QCOMPARE(read(*store), "token-1");
-
-        service.items.clear();
-
-        QVERIFY(!read(*store));
-    }
-
-    void anItemThatOnceCouldNotBeReadStaysUntilAnotherHasBeenAdded()
-    {
-        FakeSecretService service;
-        service.put(kService, "token-0");
-        service.fail(u"SearchItems"_s, FakeSecretService::Fault::error);
-        service.start();
-        QVERIFY(!read(*store));
-        service.recover();
-        QCOMPARE(read(*store), "token-0");
-        service.fail(u"CreateItem"_s, FakeSecretService::Fault::error);
-
-        wait(store->remove(kService, kAccount));
-        wait(store->add(kService, kAccount, Secret("token-1")));
-
-        QCOMPARE(service.items.size(), 1U);
-        QCOMPARE(service.items.begin()->second.secret, "token-0");
-        service.recover();
-        wait(store->remove(kService, kAccount));
-        wait(store->add(kService, kAccount, Secret("token-2")));
-        QCOMPARE(service.items.size(), 1U);
-        QCOMPARE(service.items.begin()->second.secret, "token-2");
-    }
-
-    void whatIsRemovedIsNotRemembered()
-    {
-        wait(store->add(kService, kAccount, Secret("token-1")));
-        wait(store->remove(kService, kAccount));
-
-        QVERIFY(!read(*store));
-    }
-
     void removingRemovesFromBoth()
     {
         wait(file->add(kService, kAccount, Secret("token-2")));
@@ -324,48 +177,6 @@ private Q_SLOTS:
         QVERIFY(!*first && !*second);
         QVERIFY(!read(*file));
     }
-
-private:
-    /// Adds an item for which the viewer does not unlock the keyring.
-    void refuse(FakeSecretService& service)
-    {
-        const Outcome adding(store->add(kService, kAccount, Secret("token-2")));
-        QTRY_COMPARE(service.prompts(), 1);
-        clock.advance(1s);
-        service.dismiss();
-        QTRY_VERIFY(adding.isThere());
-    }
-
-    void wait(QCoro::Task<> task)
-    {
-        const Outcome outcome(std::move(task));
-        QVERIFY(isOver(outcome));
-    }
-
-    std::optional<QByteArray> read(SecretStore& secrets)
-    {
-        const Outcome outcome(secrets.read(kService, kAccount, {}));
-        if (!isOver(outcome))
-            qFatal("The store does not answer.");
-        return *outcome ? std::optional((*outcome)->reveal()) : std::nullopt;
-    }
-
-    /// Skips the pauses between two attempts, but no limit of a call.
-    template <class T> bool isOver(const Outcome<T>& outcome)
-    {
-        return QTest::qWaitFor(
-            [&] {
-                if (const auto pause = clock.nextPause(); pause && *pause < KeyringSecretStore::kAnswerLimit)
-                    clock.advance(*pause);
-                return outcome.isThere();
-            },
-            20000);
-    }
-
-    FakeClock clock;
-    std::unique_ptr<QTemporaryDir> home;
-    std::unique_ptr<FileSecretStore> file;
-    std::unique_ptr<SystemSecretStore> store;
 };
 
 QTEST_GUILESS_MAIN(SystemSecretStoreTest)
