@@ -1,87 +1,19 @@
-#include "updates/PackageUpdater.h"
-#include "support/FakePackageKit.h"
-#include "support/FakePlatform.h"
+#include "updates/PackageUpdaterFixture.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
 #include <QWindow>
-
-#include <memory>
 
 using namespace orvella;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr uint kInstalled = 1;
-constexpr uint kNormal = 5;
-constexpr uint kBlocked = 9;
-
-const auto kNew = u"orvella;0.2.0-1;amd64;orvella-stable-main"_s;
-
-QList<QWidget*> windows()
-{
-    auto windows = QApplication::topLevelWidgets();
-    windows.removeIf([](const QWidget* window) { return !window->isVisible(); });
-    return windows;
-}
-
-} // namespace
-
 /// The updater as the program uses it, with its window.
-class PackageUpdaterTest final : public QObject {
+class PackageUpdaterTest final : public QObject, private PackageUpdaterFixture {
     Q_OBJECT
 
-private:
-    template <class T> static T* find(const QString& name)
-    {
-        auto* const found = windows().isEmpty() ? nullptr : windows().constFirst()->findChild<T*>(name);
-        if (!found)
-            qFatal("The window has no such part.");
-        return found;
-    }
-
-    static QString headline() { return find<QLabel>(u"updateHeadline"_s)->text(); }
-
-    static QString detail() { return find<QLabel>(u"updateDetail"_s)->text(); }
-
-    static QPushButton* install() { return find<QPushButton>(u"updateInstall"_s); }
-
-    static QPushButton* close() { return find<QPushButton>(u"updateClose"_s); }
-
-    static QProgressBar* progress() { return find<QProgressBar>(u"updateProgress"_s); }
-
-    [[nodiscard]] QStringList installations() const { return m_packageKit->requests().filter(u"UpdatePackages(2"_s); }
-
-    void offer()
-    {
-        m_updater->checkForUpdates();
-        QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
-    }
-
 private Q_SLOTS:
-    void init()
-    {
-        m_packageKit = std::make_unique<FakePackageKit>();
-        m_packageKit->scripts = {
-            {u"Resolve"_s, {.packages = {{kInstalled, u"orvella;0.1.0-1;amd64;local"_s}}}},
-            {u"GetUpdates"_s, {.packages = {{kNormal, kNew}}}},
-        };
-        m_packageKit->start();
-        m_windows.activated.clear();
-        m_updater = std::make_unique<PackageUpdater>(QDBusConnection::sessionBus(), m_clock, m_windows);
-    }
+    void init() { start(); }
 
-    void cleanup()
-    {
-        m_updater.reset();
-        QVERIFY(windows().isEmpty());
-        QCOMPARE(m_clock.sleepers(), 0U);
-    }
+    void cleanup() { finish(); }
 
     void startingShowsNothingAndAsksNobody()
     {
@@ -253,111 +185,6 @@ private Q_SLOTS:
 
         QTRY_COMPARE(m_packageKit->calls().constLast(), u"Cancel()"_s);
     }
-
-    void aSecondRequestBringsTheSameWindowToTheFront()
-    {
-        m_packageKit->scripts[u"RefreshCache"_s].isHeld = true;
-        m_updater->checkForUpdates();
-        auto* const window = windows().constFirst();
-        QTRY_COMPARE(m_packageKit->requests().size(), 1);
-        window->showMinimized();
-
-        m_updater->checkForUpdates();
-        QTest::qWait(50);
-
-        QCOMPARE(windows(), QList {window});
-        QVERIFY(!window->isMinimized());
-        QCOMPARE(m_windows.activated, std::vector(2, window->windowHandle()));
-        QCOMPARE(m_packageKit->requests().size(), 1);
-    }
-
-    void aSecondRequestLeavesAnOfferAsItIs()
-    {
-        offer();
-        const auto requests = m_packageKit->requests();
-
-        m_updater->checkForUpdates();
-        QTest::qWait(50);
-
-        QCOMPARE(headline(), u"Version 0.2.0 is available."_s);
-        QCOMPARE(m_packageKit->requests(), requests);
-    }
-
-    void aSecondRequestLooksAgainWhereNothingWasFound()
-    {
-        const auto updates = std::exchange(m_packageKit->scripts[u"GetUpdates"_s], {});
-        m_updater->checkForUpdates();
-        QTRY_COMPARE(headline(), u"Orvella is up to date."_s);
-        m_packageKit->scripts[u"GetUpdates"_s] = updates;
-
-        m_updater->checkForUpdates();
-
-        QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
-        QCOMPARE(windows().size(), 1);
-    }
-
-    void aSecondRequestLooksAgainWhereTheInstallationFailed()
-    {
-        m_packageKit->scripts[u"UpdatePackages"_s] = {.error = std::pair(46U, u"No space is left."_s), .exit = 2};
-        offer();
-        QTest::mouseClick(install(), Qt::LeftButton);
-        QTRY_COMPARE(headline(), u"Version 0.2.0 could not be installed."_s);
-        m_packageKit->scripts[u"UpdatePackages"_s] = {};
-
-        m_updater->checkForUpdates();
-        QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
-        QTest::mouseClick(install(), Qt::LeftButton);
-
-        QTRY_COMPARE(headline(), u"Version 0.2.0 is installed."_s);
-        QCOMPARE(windows().size(), 1);
-    }
-
-    void aSecondRequestLooksAgainWhereTheSystemHeldTheVersionBack()
-    {
-        const auto updates = std::exchange(m_packageKit->scripts[u"GetUpdates"_s], {.packages = {{kBlocked, kNew}}});
-        m_updater->checkForUpdates();
-        QTRY_COMPARE(detail(), u"Your system is set to keep version 0.1.0."_s);
-        QVERIFY(!install()->isVisible());
-        m_packageKit->scripts[u"GetUpdates"_s] = updates;
-
-        m_updater->checkForUpdates();
-
-        QTRY_COMPARE(detail(), u"You have version 0.1.0."_s);
-        QVERIFY(install()->isVisible());
-    }
-
-    void aSecondRequestLeavesAnInstallationAsItIs()
-    {
-        m_packageKit->scripts[u"UpdatePackages"_s].isHeld = true;
-        offer();
-        QTest::mouseClick(install(), Qt::LeftButton);
-        QTRY_COMPARE(installations().size(), 1);
-        const auto calls = m_packageKit->calls();
-
-        m_updater->checkForUpdates();
-        QTest::qWait(50);
-
-        QCOMPARE(headline(), u"Installing version 0.2.0…"_s);
-        QCOMPARE(m_packageKit->calls(), calls);
-    }
-
-    void aRequestAfterTheWindowWasClosedOpensANewOne()
-    {
-        offer();
-        windows().constFirst()->close();
-
-        m_updater->checkForUpdates();
-
-        QCOMPARE(windows().size(), 1);
-        QCOMPARE(headline(), u"Looking for a newer version…"_s);
-        QTRY_COMPARE(headline(), u"Version 0.2.0 is available."_s);
-    }
-
-private:
-    std::unique_ptr<FakePackageKit> m_packageKit;
-    FakeClock m_clock;
-    FakeWindows m_windows;
-    std::unique_ptr<PackageUpdater> m_updater;
 };
 
 QTEST_MAIN(PackageUpdaterTest)
