@@ -2,7 +2,6 @@
 
 #include "platform/WindowSystem.h"
 #include "ui/popover/Screens.h"
-#include "ui/popover/Shadow.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -144,7 +143,7 @@ void Popover::activate()
 
 QRect Popover::contentRect() const
 {
-    return {m_frame == Frame::ordinaryWindow ? pos() : m_place.corner, m_content->size()};
+    return {m_frame.isOrdinaryWindow() ? pos() : m_corner, m_content->size()};
 }
 
 bool Popover::event(QEvent* event)
@@ -179,63 +178,50 @@ void Popover::paintEvent(QPaintEvent* /*event*/)
     if (m_hosted)
         return;
     QPainter painter(this);
-    if (m_frame == Frame::ordinaryWindow) {
-        painter.fillRect(rect(), m_look.theme().surface);
-        return;
-    }
-    const bool isRound = m_frame == Frame::bubbleWithShadow;
-    const auto shape = outline(m_place.bubble, isRound ? Corners::round : Corners::square);
-    if (isRound)
-        painter.drawImage(0, 0, m_shadow);
-    painter.translate(margins().left(), margins().top());
-    paintBubble(painter, shape, m_look.theme());
+    m_frame.paint(painter, rect(), m_look.theme());
 }
 
 void Popover::chooseFrame()
 {
-    auto frame = Frame::ordinaryWindow;
+    using Kind = PopoverFrame::Kind;
+    auto kind = Kind::ordinaryWindow;
     if (m_windows.placesWindows())
-        frame = m_windows.isCompositing() ? Frame::bubbleWithShadow : Frame::plainBubble;
+        kind = m_windows.isCompositing() ? Kind::bubbleWithShadow : Kind::plainBubble;
+    const bool isAnother = m_frame.kind() != kind;
+    m_frame.setKind(kind);
     // A window is transparent or not, and has its input region, from its making on.
-    if (std::exchange(m_frame, frame) != frame)
+    if (isAnother)
         destroy();
-    setWindowFlags(m_frame == Frame::ordinaryWindow ? kOrdinaryFlags : kBubbleFlags);
-    setAttribute(Qt::WA_TranslucentBackground, m_frame == Frame::bubbleWithShadow);
+    setWindowFlags(m_frame.isOrdinaryWindow() ? kOrdinaryFlags : kBubbleFlags);
+    setAttribute(Qt::WA_TranslucentBackground, m_frame.hasShadow());
 }
 
 void Popover::choosePlace()
 {
     const auto size = m_content->size();
-    m_place = placePopover(size, m_anchor(), Screens::rooms(), Screens::home(), layoutDirection());
-    const auto margins = this->margins();
+    const auto place = placePopover(size, m_anchor(), Screens::rooms(), Screens::home(), layoutDirection());
+    m_corner = place.corner;
+    m_frame.setBubble(place.bubble);
+    const auto margins = m_frame.margins();
     layout()->setContentsMargins(margins);
     setFixedSize(size.grownBy(margins));
-    if (m_frame == Frame::ordinaryWindow)
+    if (m_frame.isOrdinaryWindow())
         return;
-    move(m_place.corner - QPoint(margins.left(), margins.top()));
-
-    const bool isRound = m_frame == Frame::bubbleWithShadow;
-    const auto shape = outline(m_place.bubble, isRound ? Corners::round : Corners::square);
-    if (isRound) {
-        m_shadow = shadow(shape, size, devicePixelRatioF(), m_look.theme());
+    move(windowCorner());
+    if (m_frame.hasShadow()) {
+        m_frame.castShadow(devicePixelRatioF(), m_look.theme());
         clearMask();
     } else {
-        // The outline lies half a point outside and is one point wide.
-        QPainterPathStroker stroker(QPen(Qt::black, 1));
-        const auto whole = shape.united(stroker.createStroke(shape)).translated(margins.left(), margins.top());
-        setMask(QRegion(whole.toFillPolygon().toPolygon()));
+        setMask(m_frame.coveredRegion());
     }
     limitInput();
     update();
 }
 
-/// A click on the shadow is meant for what is under it.
 void Popover::limitInput()
 {
-    if (m_frame != Frame::bubbleWithShadow || !windowHandle())
-        return;
-    const auto shape = outline(m_place.bubble, Corners::round).translated(margins().left(), margins().top());
-    m_windows.setInputRegion(*windowHandle(), QRegion(shape.toFillPolygon().toPolygon()));
+    if (m_frame.hasShadow() && windowHandle())
+        m_windows.setInputRegion(*windowHandle(), m_frame.inputRegion());
 }
 
 void Popover::followScreens()
@@ -280,8 +266,7 @@ bool Popover::isOnAnchor(QPoint place) const
 void Popover::lostKeyboard()
 {
     // Another window of the program that takes the keyboard leaves it open.
-    if (m_behaviour != Behaviour::transient || !m_isShown || m_frame == Frame::ordinaryWindow
-        || QApplication::activeWindow())
+    if (m_behaviour != Behaviour::transient || !m_isShown || m_frame.isOrdinaryWindow() || QApplication::activeWindow())
         return;
     if (Screens::isInBar(QCursor::pos()))
         closeUnlessClicked();
@@ -311,7 +296,7 @@ void Popover::stop(std::optional<Clock::TimerId>& timer)
 void Popover::fadeTo(qreal opacity)
 {
     m_fade.stop();
-    if (m_look.isMotionReduced() || m_frame != Frame::bubbleWithShadow) {
+    if (m_look.isMotionReduced() || !m_frame.hasShadow()) {
         setWindowOpacity(1);
         faded();
         return;
@@ -328,7 +313,7 @@ void Popover::faded()
         return;
     hide();
     // It takes more memory than all the rest of the window, and is made anew with the next place.
-    m_shadow = {};
+    m_frame.dropShadow();
 }
 
 /// Some window managers place a window that takes no keyboard without saying where: the toolkit then believes it to be
@@ -336,30 +321,19 @@ void Popover::faded()
 void Popover::correctPlace()
 {
     m_correction.reset();
-    if (!isVisible() || m_frame == Frame::ordinaryWindow)
+    if (!isVisible() || m_frame.isOrdinaryWindow())
         return;
-    const auto wanted = m_place.corner - QPoint(margins().left(), margins().top());
+    const auto wanted = windowCorner();
     if (mapToGlobal(QPoint()) == wanted)
         return;
     move(wanted + QPoint(1, 0));
     move(wanted);
 }
 
-QMargins Popover::margins() const
+QPoint Popover::windowCorner() const
 {
-    switch (m_frame) {
-    case Frame::bubbleWithShadow:
-        return kShadowMargins;
-    case Frame::plainBubble: {
-        // The outline takes a point outside of the content.
-        const bool isUp = m_place.bubble.arrow == Bubble::Arrow::up;
-        const bool isDown = m_place.bubble.arrow == Bubble::Arrow::down;
-        return {1, isUp ? kArrowHeight + 1 : 1, 1, isDown ? kArrowHeight + 1 : 1};
-    }
-    case Frame::ordinaryWindow:
-        break;
-    }
-    return {};
+    const auto margins = m_frame.margins();
+    return m_corner - QPoint(margins.left(), margins.top());
 }
 
 } // namespace orvella

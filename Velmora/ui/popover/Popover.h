@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "ui/look/Look.h"
 #include "ui/popover/HostedWidget.h"
+#include "ui/popover/PopoverFrame.h"
 #include "ui/popover/PopoverPlacement.h"
 
 #include <QVariantAnimation>
@@ -67,8 +68,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    enum class Frame { bubbleWithShadow, plainBubble, ordinaryWindow };
-
     void openOwn(Keyboard keyboard);
     void chooseFrame();
     void choosePlace();
@@ -83,7 +82,8 @@ private:
     void fadeTo(qreal opacity);
     void faded();
     void correctPlace();
-    [[nodiscard]] QMargins margins() const;
+    /// Where the window is for the content to be at its corner.
+    [[nodiscard]] QPoint windowCorner() const;
 
     const Look& m_look;
     WindowSystem& m_windows;
@@ -91,9 +91,9 @@ private:
     Behaviour m_behaviour;
     QWidget* m_content;
     std::function<std::optional<PopoverAnchor>()> m_anchor;
-    Frame m_frame = Frame::plainBubble;
-    PopoverPlace m_place;
-    QImage m_shadow;
+    PopoverFrame m_frame;
+    /// The top left corner of the content on the desktop.
+    QPoint m_corner;
     bool m_isShown = false;
     QVariantAnimation m_fade;
     std::unique_ptr<PressWatch> m_presses;
