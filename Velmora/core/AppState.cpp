@@ -1,7 +1,6 @@
 #include "core/AppState.h"
 
 #include "api/Endpoints.h"
-#include "platform/LoginItem.h"
 #include "platform/ViewerLocale.h"
 
 #include <algorithm>
@@ -25,8 +24,6 @@ constexpr auto kLongestRequest = 60s;
 /// The clocks are read one after the other, so a difference of less is none.
 constexpr auto kShortestSuspension = 1s;
 
-constexpr QLatin1String kDidConfigureLaunchAtLogin {"didConfigureLaunchAtLogin"};
-
 } // namespace
 
 AppState::AppState(const Platform& platform, Transport& transport)
@@ -35,13 +32,8 @@ AppState::AppState(const Platform& platform, Transport& transport)
     , m_keychain(platform.secrets)
     , m_pollSeconds(kFirstPollSeconds)
     , m_suppressedCreativeIds(platform.clock)
+    , m_loginItem(platform.loginItem, platform.settings, launchAtLogin, lastError)
 {
-    m_platform.loginItem.watch([self = QPointer(this)](const Result<void>& answer) {
-        if (self)
-            self->loginItemAnswered(answer);
-    });
-    registerLoginItemOnFirstRun();
-    launchAtLogin = isLoginItemEnabled();
 }
 
 AppState::~AppState()
@@ -324,48 +316,12 @@ QCoro::Task<> AppState::sendPreferences(std::stop_token stop)
 
 void AppState::setLaunchAtLogin(bool enabled)
 {
-    m_hasViewerAskedForLoginItem = true;
-    noteLoginItem(enabled ? m_platform.loginItem.registerItem() : m_platform.loginItem.unregisterItem());
+    m_loginItem.set(enabled);
 }
 
 void AppState::refreshLaunchAtLogin()
 {
-    if (const auto isEnabled = isLoginItemEnabled(); isEnabled != launchAtLogin())
-        launchAtLogin = isEnabled;
-}
-
-void AppState::loginItemAnswered(const Result<void>& answer)
-{
-    if (m_hasViewerAskedForLoginItem)
-        noteLoginItem(answer);
-    else
-        // Deliberate: what becomes of the first run's registration is told to nobody.
-        launchAtLogin = isLoginItemEnabled();
-}
-
-void AppState::noteLoginItem(const Result<void>& outcome)
-{
-    if (!outcome)
-        lastError = outcome.error().description;
-    launchAtLogin = isLoginItemEnabled();
-    if (outcome)
-        lastError = std::nullopt;
-}
-
-void AppState::registerLoginItemOnFirstRun()
-{
-    if (m_platform.settings.boolean(kDidConfigureLaunchAtLogin).value_or(false))
-        return;
-    // Deliberate: once ever, successful or not; a viewer who takes the item away, or has switched it off, has the last
-    // word.
-    if (m_platform.loginItem.status() != LoginItem::Status::requiresApproval)
-        static_cast<void>(m_platform.loginItem.registerItem());
-    m_platform.settings.setBoolean(kDidConfigureLaunchAtLogin, true);
-}
-
-bool AppState::isLoginItemEnabled() const
-{
-    return m_platform.loginItem.status() == LoginItem::Status::enabled;
+    m_loginItem.refresh();
 }
 
 template <class T> void AppState::noteOutcome(const Result<T>& answer)

@@ -2,6 +2,7 @@
 
 #include "api/APIClient.h"
 #include "core/CreativeSuppression.h"
+#include "core/LaunchAtLogin.h"
 #include "core/Setting.h"
 #include "platform/Platform.h"
 #include "signals/AppSignalClassifier.h"
@@ -108,10 +109,6 @@ private:
     void ageConfirmedAssigned();
     void autoOpenAdsAssigned();
 
-    void registerLoginItemOnFirstRun();
-    void loginItemAnswered(const Result<void>& answer);
-    void noteLoginItem(const Result<void>& outcome);
-    [[nodiscard]] bool isLoginItemEnabled() const;
     void startSendingPreferences();
     void setPollSeconds(qint64 seconds);
     /// A success clears the last error, a failure becomes it.
@@ -136,7 +133,7 @@ private:
     /// From then on an answer holds everything. Nothing while none is doubted.
     std::optional<Instant> m_doubtedUntil;
     CreativeSuppression m_suppressedCreativeIds;
-    bool m_hasViewerAskedForLoginItem = false;
+    LaunchAtLogin m_loginItem;
 };
 
 } // namespace orvella
