@@ -19,8 +19,6 @@ constexpr qint64 kLongestPollSeconds = 900;
 constexpr auto kOrphanInterval = 300s;
 /// How long the network takes to come back after a suspension.
 constexpr auto kNetworkReturn = 10s;
-/// What a transport gives a request before it ends it.
-constexpr auto kLongestRequest = 60s;
 /// The clocks are read one after the other, so a difference of less is none.
 constexpr auto kShortestSuspension = 1s;
 
@@ -31,6 +29,7 @@ AppState::AppState(const Platform& platform, Transport& transport)
     , m_api(platform, transport)
     , m_keychain(platform.secrets)
     , m_pollSeconds(kFirstPollSeconds)
+    , m_walletQuestions(platform.clock)
     , m_suppressedCreativeIds(platform.clock)
     , m_loginItem(platform.loginItem, platform.settings, launchAtLogin, lastError)
 {
@@ -112,7 +111,7 @@ QCoro::Task<> AppState::poll(QPointer<AppState> self, Clock& clock, std::stop_to
         if (stop.stop_requested())
             co_return;
         // A wallet that could not be had, at the start or after an ad, is made up for once the service answers again.
-        if (self && self->isWalletOverdue() && !self->lastError())
+        if (self && self->m_walletQuestions.areOpen() && !self->lastError())
             co_await self->refreshWallet(stop);
         if (stop.stop_requested())
             co_return;
@@ -213,43 +212,30 @@ QCoro::Task<> AppState::refreshWallet()
 
 QCoro::Task<> AppState::refreshWallet(std::stop_token stop)
 {
-    const auto question = ++m_walletQuestions;
-    const auto asked = m_platform.clock.now();
+    const auto question = m_walletQuestions.ask();
     const auto answer = co_await m_api.get<WalletResponse>(endpoints::kWallet, stop);
     if (stop.stop_requested())
         co_return;
-    noteWallet(question, answer);
-    if (answer && m_doubtedUntil && asked >= *m_doubtedUntil)
-        m_doubtedUntil.reset();
+    if (!answer)
+        m_walletQuestions.failed(question);
+    else if (m_walletQuestions.answered(question))
+        showWallet(*answer);
     noteOutcome(answer);
+}
+
+void AppState::showWallet(const WalletResponse& response)
+{
+    linked = response.linked;
+    availableCents = response.wallet.availableCents;
+    pendingCents = response.wallet.pendingCents;
+    paidCents = response.wallet.paidCents;
+    lifetimeCents = response.wallet.lifetimeCents;
+    statusTitle = availableAd() ? QString(kAdTitle) : balanceTitle();
 }
 
 void AppState::doubtWallet()
 {
-    m_doubtedUntil = m_platform.clock.now() + kLongestRequest;
-}
-
-bool AppState::isWalletOverdue() const
-{
-    return m_doubtedUntil || m_failedWalletQuestion > m_answeredWalletQuestion;
-}
-
-void AppState::noteWallet(qint64 question, const Result<WalletResponse>& answer)
-{
-    if (!answer) {
-        m_failedWalletQuestion = std::max(m_failedWalletQuestion, question);
-        return;
-    }
-    // What a later answer has overtaken knows nothing of what was earned in between.
-    if (question < m_answeredWalletQuestion)
-        return;
-    m_answeredWalletQuestion = question;
-    linked = answer->linked;
-    availableCents = answer->wallet.availableCents;
-    pendingCents = answer->wallet.pendingCents;
-    paidCents = answer->wallet.paidCents;
-    lifetimeCents = answer->wallet.lifetimeCents;
-    statusTitle = availableAd() ? QString(kAdTitle) : balanceTitle();
+    m_walletQuestions.doubt();
 }
 
 void AppState::finishAd(const AvailableAd& ad)

@@ -4,6 +4,7 @@
 #include "core/CreativeSuppression.h"
 #include "core/LaunchAtLogin.h"
 #include "core/Setting.h"
+#include "core/WalletQuestions.h"
 #include "platform/Platform.h"
 #include "signals/AppSignalClassifier.h"
 
@@ -114,9 +115,7 @@ private:
     /// A success clears the last error, a failure becomes it.
     template <class T> void noteOutcome(const Result<T>& answer);
     void offer(const AvailabilityResponse& response);
-    /// Whether what is shown may lack what was earned.
-    [[nodiscard]] bool isWalletOverdue() const;
-    void noteWallet(qint64 question, const Result<WalletResponse>& answer);
+    void showWallet(const WalletResponse& response);
     [[nodiscard]] Json::Object availabilityBody(const AppSignalClassifier::Categories& categories) const;
     [[nodiscard]] QString balanceTitle() const;
 
@@ -126,12 +125,7 @@ private:
     APIClient m_api;
     Keychain m_keychain;
     qint64 m_pollSeconds;
-    qint64 m_walletQuestions = 0;
-    /// The latest of them that has had an answer, and the latest that has had none.
-    qint64 m_answeredWalletQuestion = 0;
-    qint64 m_failedWalletQuestion = 0;
-    /// From then on an answer holds everything. Nothing while none is doubted.
-    std::optional<Instant> m_doubtedUntil;
+    WalletQuestions m_walletQuestions;
     CreativeSuppression m_suppressedCreativeIds;
     LaunchAtLogin m_loginItem;
 };
