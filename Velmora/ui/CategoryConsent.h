@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QAbstractButton;
+
 namespace orvella {
 
 class AppState;
@@ -11,11 +13,9 @@ class CategoryConsent final {
 public:
     CategoryConsent() = delete;
 
-    /// Whether the viewer may allow them now.
-    [[nodiscard]] static bool isOpen(const AppState& state);
-
-    /// What allowing them means, or what has to come first.
-    [[nodiscard]] static QString help(const AppState& state);
+    /// Has their switch show what the state is: whether they are allowed, whether the viewer may allow them now, and
+    /// what that means or what has to come first.
+    static void refresh(QAbstractButton& control, const AppState& state);
 
     /// What has to come first, in short; empty while nothing has to.
     [[nodiscard]] static QString hint(const AppState& state);

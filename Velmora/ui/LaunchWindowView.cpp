@@ -4,6 +4,7 @@
 #include "base/WebAddress.h"
 #include "core/AppState.h"
 #include "platform/Browser.h"
+#include "ui/AssignToggles.h"
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
 #include "ui/Mark.h"
@@ -188,15 +189,7 @@ CheckBox* LaunchWindowView::box(const QString& name, const QString& text, const 
     result->setObjectName(name);
     result->setToolTip(help);
     result->setAccessibleDescription(help);
-    // Not the click: assistive technology toggles without one. What the state has already comes from `refresh`.
-    connect(result, &QAbstractButton::toggled, this,
-        [this, value = std::move(value), assign = std::move(assign)](bool isOn) {
-            if (isOn == value())
-                return;
-            assign(isOn);
-            // Also where the state has stayed as it was: then the tick goes back.
-            scheduleRefresh();
-        });
+    assignToggles(*result, std::move(value), std::move(assign));
     return result;
 }
 
@@ -232,10 +225,7 @@ void LaunchWindowView::refresh()
     m_isRefreshScheduled = false;
     m_autoOpenAds->setChecked(m_state.autoOpenAds());
     m_anonymousMode->setChecked(m_state.anonymousMode());
-    m_appSignalConsent->setChecked(m_state.appSignalConsent());
-    m_appSignalConsent->setEnabled(CategoryConsent::isOpen(m_state));
-    m_appSignalConsent->setToolTip(CategoryConsent::help(m_state));
-    m_appSignalConsent->setAccessibleDescription(m_appSignalConsent->toolTip());
+    CategoryConsent::refresh(*m_appSignalConsent, m_state);
     const auto hint = CategoryConsent::hint(m_state);
     m_hintLine->setPresent(!hint.isEmpty());
     if (m_hintLine->isPresent())

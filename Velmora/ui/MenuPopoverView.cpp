@@ -3,6 +3,7 @@
 #include "base/WebAddress.h"
 #include "core/AppState.h"
 #include "platform/Browser.h"
+#include "ui/AssignToggles.h"
 #include "ui/BalancesView.h"
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
@@ -210,15 +211,7 @@ SwitchRow* MenuPopoverView::toggle(const QString& name, const QString& text, con
     result->setToolTip(help);
     result->setAccessibleDescription(help);
     result->installEventFilter(this);
-    // Not the click: assistive technology toggles without one. What the state has already comes from `refresh`.
-    connect(result, &QAbstractButton::toggled, this,
-        [this, value = std::move(value), assign = std::move(assign)](bool isOn) {
-            if (isOn == value())
-                return;
-            assign(isOn);
-            // Also where the state has stayed as it was: then the switch goes back.
-            scheduleRefresh();
-        });
+    assignToggles(*result, std::move(value), std::move(assign));
     return result;
 }
 
@@ -299,10 +292,7 @@ void MenuPopoverView::refreshToggles()
 {
     m_autoOpenAds->setChecked(m_state.autoOpenAds());
     m_anonymousMode->setChecked(m_state.anonymousMode());
-    m_appSignalConsent->setChecked(m_state.appSignalConsent());
-    m_appSignalConsent->setEnabled(CategoryConsent::isOpen(m_state));
-    m_appSignalConsent->setToolTip(CategoryConsent::help(m_state));
-    m_appSignalConsent->setAccessibleDescription(m_appSignalConsent->toolTip());
+    CategoryConsent::refresh(*m_appSignalConsent, m_state);
     m_ageConfirmed->setChecked(m_state.ageConfirmed());
     m_openAtLogin->setChecked(m_state.launchAtLogin());
     m_startupWindow->setChecked(m_state.showLaunchWindowAtStartup());
