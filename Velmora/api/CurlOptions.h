@@ -1,5 +1,7 @@
 #pragma once
 
+#include "api/Transport.h"
+
 #include <QByteArray>
 
 #include <chrono>
@@ -13,7 +15,7 @@ class Proxies;
 /// The bounds of one request, and its way. The program uses the bounds as they are; tests use shorter ones.
 struct CurlOptions {
     /// From the start of the sending to the last byte of the reply, waiting and dripping included.
-    std::chrono::milliseconds limit = std::chrono::seconds(60);
+    std::chrono::milliseconds limit = Transport::kLongestExchange;
     /// The greatest body that is taken, in bytes.
     qsizetype greatestReply = 1'048'576;
     /// A PEM file of certificate authorities to trust in place of the system's, unless it is empty.

@@ -6,6 +6,7 @@
 #include <QCoroTask>
 #include <QUrl>
 
+#include <chrono>
 #include <memory>
 #include <stop_token>
 #include <utility>
@@ -45,6 +46,9 @@ public:
 /// Carries exchanges to the service and back.
 class Transport {
 public:
+    /// No exchange takes longer from the sending of its request to the last byte of the reply.
+    static constexpr std::chrono::seconds kLongestExchange {60};
+
     virtual ~Transport() = default;
 
     /// Runs the exchange in the background and resumes on the main thread when it is over.

@@ -1,17 +1,10 @@
 #include "core/WalletQuestions.h"
 
+#include "api/Transport.h"
+
 #include <algorithm>
 
 namespace orvella {
-
-using namespace std::chrono_literals;
-
-namespace {
-
-/// What a transport gives a request before it ends it.
-constexpr auto kLongestRequest = 60s;
-
-} // namespace
 
 WalletQuestions::WalletQuestions(const Clock& clock)
     : m_clock(clock)
@@ -40,7 +33,7 @@ void WalletQuestions::failed(const Question& question)
 
 void WalletQuestions::doubt()
 {
-    m_doubtedUntil = m_clock.now() + kLongestRequest;
+    m_doubtedUntil = m_clock.now() + Transport::kLongestExchange;
 }
 
 bool WalletQuestions::areOpen() const
