@@ -33,6 +33,15 @@ APIClient::Body ofSession(QString sessionId)
 
 } // namespace
 
+Json::Object APIClient::Preferences::members() const
+{
+    return {
+        {u"anonymousMode"_s, anonymousMode},
+        {u"appSignalConsent"_s, appSignalConsent},
+        {u"autoOpenAds"_s, autoOpenAds},
+    };
+}
+
 APIClient::APIClient(const Platform& platform, Transport& transport)
     : m_baseURL(serviceAddress(platform.settings))
     , m_keychain(platform.secrets)
@@ -45,28 +54,19 @@ APIClient::APIClient(const Platform& platform, Transport& transport)
 QCoro::Task<Result<DeviceRegistration>> APIClient::registerDevice(
     bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
 {
-    const Json::Object body {
+    auto body = Preferences {anonymousMode, appSignalConsent, autoOpenAds}.members();
+    body.merge(Json::Object {
         {u"deviceName"_s, m_device.name().value_or(u"Mac"_s)},
         {u"appVersion"_s, m_device.applicationVersion().value_or(u"0.1.0"_s)},
-        {u"anonymousMode"_s, anonymousMode},
-        {u"appSignalConsent"_s, appSignalConsent},
-        {u"autoOpenAds"_s, autoOpenAds},
         {u"language"_s, language()},
-    };
+    });
     return post<DeviceRegistration>(
         endpoints::kRegister, [body] { return body; }, Authorization::none, std::move(stop));
 }
 
 QCoro::Task<Result<EmptyPayload>> APIClient::preferences(std::function<Preferences()> current, std::stop_token stop)
 {
-    const auto body = [current = std::move(current)] {
-        const auto now = current();
-        return Json::Object {
-            {u"anonymousMode"_s, now.anonymousMode},
-            {u"appSignalConsent"_s, now.appSignalConsent},
-            {u"autoOpenAds"_s, now.autoOpenAds},
-        };
-    };
+    const auto body = [current = std::move(current)] { return current().members(); };
     return post<EmptyPayload>(endpoints::kPreferences, body, Authorization::deviceToken, std::move(stop));
 }
 

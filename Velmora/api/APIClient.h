@@ -32,6 +32,9 @@ public:
         bool anonymousMode = true;
         bool appSignalConsent = false;
         bool autoOpenAds = false;
+
+        /// As they stand in the body of each call that tells them.
+        [[nodiscard]] Json::Object members() const;
     };
 
     /// Talks to the address in the setting "apiBaseURL", else to the production service. An address that is none stops

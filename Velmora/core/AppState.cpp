@@ -177,15 +177,19 @@ void AppState::offer(const AvailabilityResponse& response)
     }
 }
 
+APIClient::Preferences AppState::preferences() const
+{
+    return {anonymousMode(), appSignalConsent(), autoOpenAds()};
+}
+
 Json::Object AppState::availabilityBody(const AppSignalClassifier::Categories& categories) const
 {
-    return {
-        {u"anonymousMode"_s, anonymousMode()},
-        {u"appSignalConsent"_s, appSignalConsent()},
-        {u"autoOpenAds"_s, autoOpenAds()},
+    auto body = preferences().members();
+    body.merge(Json::Object {
         {u"language"_s, m_api.language()},
         {u"categories"_s, categories.keys},
-    };
+    });
+    return body;
 }
 
 AppSignalClassifier::Categories AppState::currentConsentedCategories() const
@@ -293,7 +297,7 @@ QCoro::Task<> AppState::sendPreferences()
 
 QCoro::Task<> AppState::sendPreferences(std::stop_token stop)
 {
-    const auto current = [this] { return APIClient::Preferences {anonymousMode(), appSignalConsent(), autoOpenAds()}; };
+    const auto current = [this] { return preferences(); };
     const auto answer = co_await m_api.preferences(current, stop);
     if (stop.stop_requested())
         co_return;

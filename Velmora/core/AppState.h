@@ -116,6 +116,7 @@ private:
     template <class T> void noteOutcome(const Result<T>& answer);
     void offer(const AvailabilityResponse& response);
     void showWallet(const WalletResponse& response);
+    [[nodiscard]] APIClient::Preferences preferences() const;
     [[nodiscard]] Json::Object availabilityBody(const AppSignalClassifier::Categories& categories) const;
     [[nodiscard]] QString balanceTitle() const;
 
