@@ -145,7 +145,7 @@ bool StatusBarController::shouldAutoOpenAd() const
 
 void StatusBarController::showLaunchWindowIfNeeded()
 {
-    // The stored value itself: only a stored false hides the window, whatever else may stand there.
+    // Deliberate: the stored value itself. Only a stored false hides the window, whatever else may stand there.
     if (m_platform.settings.boolean(u"showLaunchWindowAtStartup"_s).value_or(true))
         showLaunchWindow();
 }

@@ -9,13 +9,13 @@ constexpr QLatin1String kAccount {"default"};
 } // namespace
 
 Keychain::Keychain(SecretStore& secrets)
-    : m_secrets(&secrets)
+    : m_secrets(secrets)
 {
 }
 
 QCoro::Task<std::optional<Secret>> Keychain::readToken(QString service, std::stop_token stop) const
 {
-    auto token = co_await m_secrets->read(std::move(service), kAccount, stop);
+    auto token = co_await m_secrets.read(std::move(service), kAccount, stop);
     if (stop.stop_requested() || !token || !token->reveal().isValidUtf8())
         co_return std::nullopt;
     co_return token;
@@ -23,23 +23,23 @@ QCoro::Task<std::optional<Secret>> Keychain::readToken(QString service, std::sto
 
 QCoro::Task<> Keychain::writeToken(Secret token, QString service, std::stop_token stop) const
 {
-    auto* const secrets = m_secrets;
+    auto& secrets = m_secrets;
     if (!token.reveal().isValidUtf8())
         co_return;
-    co_await secrets->remove(service, kAccount);
+    co_await secrets.remove(service, kAccount);
     if (stop.stop_requested())
         co_return;
-    co_await secrets->add(service, kAccount, std::move(token));
+    co_await secrets.add(service, kAccount, std::move(token));
 }
 
 QCoro::Task<> Keychain::deleteToken(QString service) const
 {
-    co_await m_secrets->remove(std::move(service), kAccount);
+    co_await m_secrets.remove(std::move(service), kAccount);
 }
 
 QCoro::Task<SecretStore::Finding> Keychain::lookForToken() const
 {
-    return m_secrets->look(kService, kAccount);
+    return m_secrets.look(kService, kAccount);
 }
 
 QCoro::Task<std::optional<Secret>> Keychain::deviceToken(std::stop_token stop) const

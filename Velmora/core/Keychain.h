@@ -29,7 +29,7 @@ public:
     QCoro::Task<SecretStore::Finding> lookForToken() const;
 
 private:
-    SecretStore* m_secrets;
+    SecretStore& m_secrets;
 };
 
 } // namespace orvella

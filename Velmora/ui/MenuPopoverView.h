@@ -8,8 +8,6 @@
 
 #include <functional>
 
-class QAbstractButton;
-
 namespace orvella {
 
 class AppState;

@@ -31,8 +31,8 @@ AdWindowController::AdWindowController(const Look& look, const AvailableAd& ad, 
                       close();
                   },
               .close = [this] { close(); },
-              .onFinished = [this](std::optional<double> cents) { m_actions.onFinished(cents); },
-              .onFailed = [this](const Failure& failure) { m_actions.onFailed(failure); },
+              .onFinished = m_actions.onFinished,
+              .onFailed = m_actions.onFailed,
           })
 {
     m_viewing.showDisclosure.subscribe(this, [this](bool) { updateDisclosure(); });
