@@ -20,6 +20,9 @@ struct Creative {
 
 /// What an advertiser pays to have shown.
 struct Campaign {
+    /// How many seconds a view may have to last.
+    static constexpr qint64 kLongestRequirement = 3600;
+
     QString id;
     QString advertiserName;
     /// What a viewer must do at least one of; empty where the campaign is for everyone.

@@ -14,7 +14,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qint64 kLongestRequirement = 3600;
 constexpr qint64 kGreatestCharge = 10'000;
 constexpr qsizetype kLongestBody = 500;
 constexpr qsizetype kLongestText = 2000;
@@ -76,7 +75,7 @@ Campaign readCampaign(const Json& value, const QString& place, Taken& taken, QSt
     campaign.id = identifier(object, taken.campaigns);
     campaign.advertiserName = object.text(u"advertiserName"_s);
     campaign.categories = object.categories(u"categories"_s);
-    campaign.requiredSeconds = object.integer(u"requiredSeconds"_s, 0, kLongestRequirement);
+    campaign.requiredSeconds = object.integer(u"requiredSeconds"_s, 0, Campaign::kLongestRequirement);
     campaign.advertiserCharge = Amount::ofCents(object.integer(u"advertiserChargeCents"_s, 0, kGreatestCharge));
     campaign.viewerEarn = viewerEarn(object, campaign.advertiserCharge);
     campaign.fallbackLanguage = object.optionalText(u"fallbackLanguage"_s);

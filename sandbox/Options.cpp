@@ -1,5 +1,7 @@
 #include "sandbox/Options.h"
 
+#include "sandbox/Campaign.h"
+
 #include <QCommandLineParser>
 
 namespace orvella::sandbox {
@@ -10,7 +12,6 @@ namespace {
 
 constexpr qint64 kGreatestPort = 65535;
 constexpr qint64 kLongestPoll = 86'400;
-constexpr qint64 kLongestRequirement = 3600;
 
 void declare(QCommandLineParser& parser)
 {
@@ -64,7 +65,7 @@ std::expected<Options, QString> Options::parse(const QStringList& arguments)
 
     const auto port = number(parser, u"port"_s, 0, kGreatestPort);
     const auto poll = number(parser, u"poll-seconds"_s, 1, kLongestPoll);
-    const auto required = number(parser, u"required-seconds"_s, 0, kLongestRequirement);
+    const auto required = number(parser, u"required-seconds"_s, 0, Campaign::kLongestRequirement);
     for (const auto& read : {port, poll, required}) {
         if (!read)
             return std::unexpected(read.error());
