@@ -1,36 +1,16 @@
 #include "platform/linux/PanelTone.h"
 #include "platform/linux/PanelToneWatch.h"
+#include "support/Contrast.h"
 
 #include <QGuiApplication>
 #include <QPalette>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <algorithm>
-#include <cmath>
-
 using namespace orvella;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-double linear(float channel)
-{
-    const double value = channel;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& colour)
-{
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-/// The contrast of two colours by WCAG 2, from 1 to 21.
-double contrast(const QColor& first, const QColor& second)
-{
-    const auto [darker, lighter] = std::minmax(luminance(first), luminance(second));
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 void setWindowColour(const QColor& colour)
 {

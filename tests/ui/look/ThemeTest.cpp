@@ -1,34 +1,12 @@
 #include "ui/look/Theme.h"
 
+#include "support/Contrast.h"
+
 #include <QPalette>
 #include <QTest>
 
-#include <cmath>
-
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-double linear(float channel)
-{
-    const double value = channel;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& colour)
-{
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-/// https://www.w3.org/TR/WCAG22/#dfn-contrast-ratio
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-} // namespace
 
 class ThemeTest final : public QObject {
     Q_OBJECT
