@@ -4,8 +4,8 @@
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
+#include "support/ShownWindow.h"
 
-#include <QApplication>
 #include <QWidget>
 
 #include <memory>
@@ -44,19 +44,9 @@ struct StatusBarWorld {
 
     [[nodiscard]] QString description() const { return platform.statusItem.appearances.back().description; }
 
-    [[nodiscard]] static QWidget* panel() { return window(QStringLiteral("adPanel")); }
+    [[nodiscard]] static QWidget* panel() { return shownWindow(QStringLiteral("adPanel")); }
 
-    [[nodiscard]] static QWidget* menu() { return window(QStringLiteral("menuPanel")); }
-
-private:
-    [[nodiscard]] static QWidget* window(const QString& name)
-    {
-        for (auto* const candidate : QApplication::topLevelWidgets()) {
-            if (candidate->objectName() == name && candidate->isVisible())
-                return candidate;
-        }
-        return nullptr;
-    }
+    [[nodiscard]] static QWidget* menu() { return shownWindow(QStringLiteral("menuPanel")); }
 };
 
 } // namespace orvella

@@ -3,6 +3,7 @@
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
+#include "support/ShownWindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -12,15 +13,6 @@ using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QWidget* window(const QString& name)
-{
-    for (auto* const candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == name && candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
-}
 
 struct World {
     FakePlatform platform;
@@ -44,7 +36,7 @@ struct World {
     StatusMenu* ask()
     {
         platform.statusItem.handlers.menuRequested({20, 20});
-        return qobject_cast<StatusMenu*>(window(u"statusMenu"_s));
+        return qobject_cast<StatusMenu*>(shownWindow(u"statusMenu"_s));
     }
 
     void choose(const QString& name)
@@ -102,7 +94,7 @@ private Q_SLOTS:
 
         world.choose(u"showAd"_s);
 
-        QVERIFY(window(u"adPanel"_s));
+        QVERIFY(shownWindow(u"adPanel"_s));
     }
 
     void anAdOnTheScreenIsGivenTheKeyboard()
@@ -110,12 +102,12 @@ private Q_SLOTS:
         World world;
         world.controller->state().autoOpenAds = true;
         world.offer();
-        QVERIFY(window(u"adPanel"_s));
+        QVERIFY(shownWindow(u"adPanel"_s));
         QVERIFY(world.platform.windows.activated.empty());
 
         world.choose(u"showAd"_s);
 
-        QCOMPARE(world.platform.windows.activated, std::vector {window(u"adPanel"_s)->windowHandle()});
+        QCOMPARE(world.platform.windows.activated, std::vector {shownWindow(u"adPanel"_s)->windowHandle()});
         QCOMPARE(world.transport.count(endpoints::kSessionStart), 1);
     }
 
@@ -126,8 +118,8 @@ private Q_SLOTS:
 
         world.choose(u"showMenuPopover"_s);
 
-        QVERIFY(window(u"menuPanel"_s));
-        QVERIFY(!window(u"adPanel"_s));
+        QVERIFY(shownWindow(u"menuPanel"_s));
+        QVERIFY(!shownWindow(u"adPanel"_s));
     }
 
     void theStartupWindowOpens()
@@ -136,7 +128,7 @@ private Q_SLOTS:
 
         world.choose(u"showLaunchWindow"_s);
 
-        QVERIFY(window(u"launchWindow"_s));
+        QVERIFY(shownWindow(u"launchWindow"_s));
     }
 
     void theProgramQuits()
@@ -154,8 +146,8 @@ private Q_SLOTS:
         world.platform.statusItem.handlers.clicked();
         world.controller->state().autoOpenAds = true;
         world.offer();
-        QVERIFY(window(u"adPanel"_s));
-        QVERIFY(window(u"menuPanel"_s));
+        QVERIFY(shownWindow(u"adPanel"_s));
+        QVERIFY(shownWindow(u"menuPanel"_s));
 
         QMetaObject::invokeMethod(qApp, [&world] { world.choose(u"quit"_s); }, Qt::QueuedConnection);
 

@@ -6,6 +6,7 @@
 #include "platform/SystemPlatform.h"
 #include "platform/linux/PanelTone.h"
 #include "support/FakeTransport.h"
+#include "support/ShownWindow.h"
 #include "support/VirtualDesktop.h"
 #include "ui/popover/Popover.h"
 
@@ -30,14 +31,7 @@ protected:
     static constexpr int kPanelHeight = 40;
     static constexpr QPoint kBareDesktop {300, 650};
 
-    static Popover* popover(const QString& name)
-    {
-        for (auto* const window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == name && window->isVisible())
-                return qobject_cast<Popover*>(window);
-        }
-        return nullptr;
-    }
+    static Popover* popover(const QString& name) { return qobject_cast<Popover*>(shownWindow(name)); }
 
     static Popover* menu() { return popover(QStringLiteral("menuPanel")); }
 

@@ -5,6 +5,7 @@
 #include "support/FakeStatusArea.h"
 #include "support/KeyringDaemon.h"
 #include "support/SandboxProcess.h"
+#include "support/ShownWindow.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -36,11 +37,7 @@ struct Program {
 
 QWidget* panel()
 {
-    for (auto* const window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == u"adPanel"_s && window->isVisible())
-            return window;
-    }
-    return nullptr;
+    return shownWindow(u"adPanel"_s);
 }
 
 QByteArray keptToken()

@@ -1,9 +1,9 @@
 #include "simulation/SimulatedViewer.h"
 
 #include "simulation/SimulatedDesktop.h"
+#include "support/ShownWindow.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 
 #include <array>
 
@@ -40,15 +40,6 @@ Setting& setting(AppState& state, Name name)
     return state.showLaunchWindowAtStartup;
 }
 
-QWidget* shown(const QString& name)
-{
-    for (auto* const widget : QApplication::topLevelWidgets()) {
-        if (widget->isVisible() && widget->objectName() == name)
-            return widget;
-    }
-    return nullptr;
-}
-
 QAbstractButton* button(const QWidget* window, const QString& name)
 {
     return window ? window->findChild<QAbstractButton*>(name) : nullptr;
@@ -68,7 +59,7 @@ std::chrono::milliseconds SimulatedViewer::nextPause()
 {
     if (ViewRules::panel())
         return m_isPatient ? m_chance.between(1s, 90s) : m_chance.between(10ms, 20s);
-    if (shown(u"menuPanel"_s) || shown(u"launchWindow"_s))
+    if (shownWindow(u"menuPanel"_s) || shownWindow(u"launchWindow"_s))
         return m_chance.between(100ms, 2min);
     return m_chance.oneIn(4) ? m_chance.between(1ms, 5s) : m_chance.between(10s, 2h);
 }
@@ -79,13 +70,13 @@ void SimulatedViewer::act(AppDelegate& program, Rules& rules)
         actOnPanel(rules);
         return;
     }
-    if (auto* const open = button(shown(u"menuPanel"_s), u"openAd"_s); open && m_chance.oneIn(3)) {
+    if (auto* const open = button(shownWindow(u"menuPanel"_s), u"openAd"_s); open && m_chance.oneIn(3)) {
         m_journal.note(u"viewer: opens the ad from the menu"_s);
         rules.mayOpenAd();
         open->click();
         return;
     }
-    if ((shown(u"menuPanel"_s) || shown(u"launchWindow"_s)) && m_chance.oneIn(2)) {
+    if ((shownWindow(u"menuPanel"_s) || shownWindow(u"launchWindow"_s)) && m_chance.oneIn(2)) {
         turnAway();
         return;
     }
@@ -126,13 +117,13 @@ void SimulatedViewer::turnAway()
 {
     m_journal.note(u"viewer: turns away"_s);
     m_desktop.windows.press({5, 5});
-    if (auto* const gotIt = button(shown(u"launchWindow"_s), u"gotIt"_s))
+    if (auto* const gotIt = button(shownWindow(u"launchWindow"_s), u"gotIt"_s))
         gotIt->click();
 }
 
 void SimulatedViewer::actOnPanel(Rules& rules)
 {
-    auto* const panel = shown(u"adPanel"_s);
+    auto* const panel = shownWindow(u"adPanel"_s);
     switch (m_chance.below(m_isPatient ? 12 : 5)) {
     case 0:
         m_journal.note(u"viewer: dismisses"_s);
@@ -192,7 +183,7 @@ void SimulatedViewer::assign(AppDelegate& program, Rules& rules)
 
 void SimulatedViewer::toggle(AppDelegate& program, Rules& rules)
 {
-    auto* const window = m_chance.oneIn(2) ? shown(u"menuPanel"_s) : shown(u"launchWindow"_s);
+    auto* const window = m_chance.oneIn(2) ? shownWindow(u"menuPanel"_s) : shownWindow(u"launchWindow"_s);
     const auto name = m_chance.pick(kNames);
     const auto& text = kSwitches.at(static_cast<std::size_t>(name));
     auto* const control = button(window, text);

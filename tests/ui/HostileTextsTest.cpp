@@ -3,6 +3,7 @@
 #include "support/FakeTransport.h"
 #include "support/RawAnswers.h"
 #include "support/Samples.h"
+#include "support/ShownWindow.h"
 #include "ui/LaunchWindowController.h"
 #include "ui/MenuPopoverView.h"
 #include "ui/ad/AdDisclosure.h"
@@ -80,7 +81,7 @@ struct World {
             AdWindowController::OwnerActions {[] {}, [](std::optional<double>) {}, [](const Failure&) {}});
         ad->show(Popover::Keyboard::left);
         settle();
-        window(u"adPanel"_s)->findChild<QAbstractButton*>(u"adInformation"_s)->click();
+        shownWindow(u"adPanel"_s)->findChild<QAbstractButton*>(u"adInformation"_s)->click();
         settle();
         for (auto* const shown : windows())
             static_cast<void>(shown->grab());
@@ -91,13 +92,6 @@ struct World {
         auto windows = QApplication::topLevelWidgets();
         windows.removeIf([](const QWidget* window) { return !window->isVisible(); });
         return windows;
-    }
-
-    [[nodiscard]] static QWidget* window(const QString& name)
-    {
-        const auto all = windows();
-        const auto found = std::ranges::find(all, name, &QWidget::objectName);
-        return found == all.end() ? nullptr : *found;
     }
 
     [[nodiscard]] static QWidgetList widgets()
@@ -212,11 +206,11 @@ private Q_SLOTS:
 
         const World world(text);
 
-        auto* const ad = World::window(u"adPanel"_s)->findChild<QWidget*>(u"openAd"_s);
+        auto* const ad = shownWindow(u"adPanel"_s)->findChild<QWidget*>(u"openAd"_s);
         QCOMPARE(QAccessible::queryAccessibleInterface(ad)->text(QAccessible::Name), u"Open ad: "_s + shown);
         for (const auto& name : {u"advertiser"_s, u"adBody"_s, u"error"_s})
             QCOMPARE(world.menu->findChild<QLabel*>(name)->text(), shown);
-        const auto told = World::window(u"adDisclosure"_s)->findChildren<QLabel*>();
+        const auto told = shownWindow(u"adDisclosure"_s)->findChildren<QLabel*>();
         QCOMPARE(told.at(0)->text(), u"Paid ad by "_s + shown);
         QVERIFY(told.at(1)->text().startsWith(u"Matched using consented broad categories: "_s));
         QVERIFY(told.at(1)->text().endsWith(u". Raw app names were not sent."_s));

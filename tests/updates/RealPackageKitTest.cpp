@@ -4,6 +4,7 @@
 #include "support/FakePlatform.h"
 #include "support/PackageArchive.h"
 #include "support/PackageKitDaemon.h"
+#include "support/ShownWindow.h"
 
 #include <QApplication>
 #include <QFile>
@@ -33,13 +34,7 @@ class RealPackageKitTest final : public QObject {
     Q_OBJECT
 
 private:
-    static QWidget* window()
-    {
-        for (auto* const candidate : QApplication::topLevelWidgets())
-            if (candidate->isVisible() && candidate->objectName() == u"updateWindow")
-                return candidate;
-        return nullptr;
-    }
+    static QWidget* window() { return shownWindow(u"updateWindow"_s); }
 
     static QString text(const QString& part)
     {

@@ -111,12 +111,12 @@ private Q_SLOTS:
     {
         World world;
         world.launch();
-        QVERIFY(!widget(u"launchWindow"_s));
+        QVERIFY(!shownWindow(u"launchWindow"_s));
 
         world.mac.cocoaApplication.reopened();
         settle();
 
-        QVERIFY(widget(u"launchWindow"_s));
+        QVERIFY(shownWindow(u"launchWindow"_s));
         QVERIFY(world.mac.cocoaApplication.activations > 0);
     }
 
@@ -138,7 +138,7 @@ private Q_SLOTS:
 
         world.launch();
 
-        QCOMPARE(widget(u"launchWindow"_s) != nullptr, isShown);
+        QCOMPARE(shownWindow(u"launchWindow"_s) != nullptr, isShown);
     }
 
     void theLoginItemIsRegisteredOnceEver()
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(world.mac.framework.starts, 1);
 
         world.click();
-        widget(u"menuPanel"_s)->findChild<QPushButton*>(u"checkForUpdates"_s)->click();
+        shownWindow(u"menuPanel"_s)->findChild<QPushButton*>(u"checkForUpdates"_s)->click();
 
         QCOMPARE(world.mac.framework.checks, 1);
     }

@@ -38,12 +38,12 @@ private Q_SLOTS:
         QVERIFY(!menu->below);
         QCOMPARE(menu->shown.width, 340);
         QCOMPARE(menu->shown.height, 540);
-        QCOMPARE(menu->shown.view, viewOf(*widget(u"menuPanel"_s)));
+        QCOMPARE(menu->shown.view, viewOf(*shownWindow(u"menuPanel"_s)));
         QVERIFY(world.mac.cocoaApplication.activations > 0);
 
         world.click();
         QVERIFY(!menu->isShown());
-        QVERIFY(!widget(u"menuPanel"_s));
+        QVERIFY(!shownWindow(u"menuPanel"_s));
     }
 
     void theMenuIsMadeOnceAndOpensAgainAfterTheSystemClosedIt()
@@ -54,12 +54,12 @@ private Q_SLOTS:
         auto* const menu = world.open(kTransient);
 
         menu->performClose();
-        QVERIFY(!widget(u"menuPanel"_s));
+        QVERIFY(!shownWindow(u"menuPanel"_s));
         world.click();
 
         QCOMPARE(world.open(kTransient), menu);
         QCOMPARE(menu->openings, 2);
-        QVERIFY(widget(u"menuPanel"_s));
+        QVERIFY(shownWindow(u"menuPanel"_s));
     }
 
     void aClickOpensTheAdOnOfferInAPanelThatStays()
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QVERIFY(!panel->below);
         QCOMPARE(panel->shown.height, 44);
         QVERIFY(panel->shown.width >= 260 && panel->shown.width <= 640);
-        QCOMPARE(panel->shown.view, viewOf(*widget(u"adPanel"_s)));
+        QCOMPARE(panel->shown.view, viewOf(*shownWindow(u"adPanel"_s)));
         QVERIFY(!world.open(kTransient));
     }
 
@@ -117,7 +117,7 @@ private Q_SLOTS:
         world.waitForKeychain();
         auto* const panel = world.open(kStays);
 
-        widget(u"adPanel"_s)->findChild<QPushButton*>(u"openAd"_s)->click();
+        shownWindow(u"adPanel"_s)->findChild<QPushButton*>(u"openAd"_s)->click();
         world.waitForKeychain();
         QCOMPARE(world.mac.workspace.opened, std::vector {aClick().targetUrl.toStdString()});
         panel->performClose();
@@ -126,7 +126,7 @@ private Q_SLOTS:
         world.mac.clock.advance(1ms);
 
         QVERIFY(panel->isShown());
-        QVERIFY(widget(u"adPanel"_s));
+        QVERIFY(shownWindow(u"adPanel"_s));
     }
 
     void aDismissedPanelDoesNotComeBack()
@@ -135,7 +135,7 @@ private Q_SLOTS:
         world.launchWithOffer();
         world.click();
 
-        widget(u"adPanel"_s)->findChild<QPushButton*>(u"close"_s)->click();
+        shownWindow(u"adPanel"_s)->findChild<QPushButton*>(u"close"_s)->click();
         settle();
         world.mac.clock.advance(1s);
 
@@ -148,7 +148,7 @@ private Q_SLOTS:
         World world;
         world.launchWithOffer();
         world.click();
-        auto* const panel = widget(u"adPanel"_s);
+        auto* const panel = shownWindow(u"adPanel"_s);
         auto* const button = panel->findChild<QPushButton*>(u"adInformation"_s);
 
         button->click();
@@ -177,7 +177,7 @@ private Q_SLOTS:
         world.mac.menuBar.hasMotion = true;
         world.launchWithOffer();
         world.click();
-        auto* const panel = widget(u"adPanel"_s);
+        auto* const panel = shownWindow(u"adPanel"_s);
         panel->findChild<QPushButton*>(u"adInformation"_s)->click();
         settle();
         QVERIFY(world.open(kTransient));
@@ -205,11 +205,11 @@ private Q_SLOTS:
         menu->finishClosing();
         settle();
         QVERIFY(menu->isShown());
-        QVERIFY(widget(u"menuPanel"_s));
+        QVERIFY(shownWindow(u"menuPanel"_s));
 
         world.click();
         menu->finishClosing();
-        QVERIFY(!widget(u"menuPanel"_s));
+        QVERIFY(!shownWindow(u"menuPanel"_s));
     }
 
     void withoutAButtonNothingIsShownAndNoSessionBegins()
@@ -222,7 +222,7 @@ private Q_SLOTS:
         world.waitForKeychain();
 
         QVERIFY(!world.open(kStays));
-        QVERIFY(!widget(u"adPanel"_s));
+        QVERIFY(!shownWindow(u"adPanel"_s));
         QCOMPARE(world.transport.count(endpoints::kSessionStart), 0);
     }
 };

@@ -6,6 +6,7 @@
 #include "support/FakeTransport.h"
 #include "support/Outcome.h"
 #include "support/Samples.h"
+#include "support/ShownWindow.h"
 
 #include <QApplication>
 #include <QTest>
@@ -15,16 +16,6 @@
 #include <string>
 
 namespace orvella {
-
-/// The window of this name that is on the screen.
-inline QWidget* widget(const QString& name)
-{
-    for (auto* const window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == name && window->isVisible())
-            return window;
-    }
-    return nullptr;
-}
 
 /// The whole program on a Mac, without its frameworks and the network.
 struct MacWorld {

@@ -4,9 +4,9 @@
 #include "support/FakePlatform.h"
 #include "support/FakeTransport.h"
 #include "support/Samples.h"
+#include "support/ShownWindow.h"
 #include "ui/ad/AdWindowController.h"
 
-#include <QApplication>
 #include <QPushButton>
 #include <QTest>
 
@@ -38,12 +38,12 @@ struct AdWindowWorld {
         settle();
     }
 
-    [[nodiscard]] QWidget* panel() const { return window(QStringLiteral("adPanel")); }
-    [[nodiscard]] QWidget* disclosure() const { return window(QStringLiteral("adDisclosure")); }
+    [[nodiscard]] QWidget* panel() const { return shownWindow(QStringLiteral("adPanel")); }
+    [[nodiscard]] QWidget* disclosure() const { return shownWindow(QStringLiteral("adDisclosure")); }
 
     template <class T = QPushButton> [[nodiscard]] T* find(const QString& name) const
     {
-        return window(QStringLiteral("adPanel"))->findChild<T*>(name);
+        return shownWindow(QStringLiteral("adPanel"))->findChild<T*>(name);
     }
 
     void click(const QString& name)
@@ -56,16 +56,6 @@ struct AdWindowWorld {
     {
         platform.clock.advance(std::chrono::seconds(anAd().requiredSeconds));
         settle();
-    }
-
-private:
-    [[nodiscard]] static QWidget* window(const QString& name)
-    {
-        for (auto* const candidate : QApplication::topLevelWidgets()) {
-            if (candidate->objectName() == name && candidate->isVisible())
-                return candidate;
-        }
-        return nullptr;
     }
 };
 
