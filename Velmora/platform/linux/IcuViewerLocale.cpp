@@ -6,8 +6,11 @@
 #include <unicode/localebuilder.h>
 #include <unicode/numberformatter.h>
 
+#include <QLocale>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <cmath>
 #include <string_view>
 
 namespace orvella {
@@ -26,9 +29,41 @@ bool isKnownLanguage(const char* code)
     return false;
 }
 
+/// Whether the name is this one, with a character set or without.
+bool isNamed(QStringView name, QLatin1StringView wanted)
+{
+    if (!name.startsWith(wanted))
+        return false;
+    const auto rest = name.sliced(wanted.size());
+    const auto belongs = [](QChar character) {
+        return character.unicode() < 0x80 && (character.isLetterOrNumber() || character == u'-');
+    };
+    return rest.isEmpty() || (rest.size() > 1 && rest.front() == u'.' && std::ranges::all_of(rest.sliced(1), belongs));
+}
+
+/// English of the United States, where Qt's own data say the same as ICU's.
+bool isAmerican(const QString& name)
+{
+    return isNamed(name, "en_US"_L1);
+}
+
+bool isPosix(const QString& name)
+{
+    return isNamed(name, "C"_L1) || isNamed(name, "POSIX"_L1);
+}
+
+/// As ICU has it for both of these.
+QString plainDollars(double amount, const QLocale& digits)
+{
+    constexpr int kDecimals = 2;
+    return QLatin1StringView(amount < 0 ? "-$" : "$") + digits.toString(std::abs(amount), 'f', kDecimals);
+}
+
 /// The locale of a name such as "de_DE.UTF-8@euro"; nothing for "C", "POSIX" and what is no locale's name.
 std::optional<icu::Locale> namedLocale(const QString& name)
 {
+    if (isPosix(name))
+        return std::nullopt;
     const QRegularExpression form(
         u"^(?<tags>[A-Za-z]{2,3}(?:[_-][A-Za-z]{4})?(?:[_-](?:[A-Za-z]{2}|[0-9]{3}))?(?:[_-][A-Za-z0-9]{4,8})*)"
         u"(?:\\.[A-Za-z0-9_-]+)?(?:@(?<modifier>[A-Za-z0-9]+))?\\z"_s);
@@ -79,8 +114,10 @@ private:
 IcuViewerLocale::IcuViewerLocale(const QProcessEnvironment& environment)
     : m_monetaryName(localeName(environment, LocaleCategory::monetary))
 {
-    const auto messages = namedLocale(localeName(environment, LocaleCategory::messages));
-    if (messages)
+    const auto name = localeName(environment, LocaleCategory::messages);
+    if (isAmerican(name))
+        m_languageCode = u"en"_s;
+    else if (const auto messages = namedLocale(name))
         m_languageCode = QString::fromLatin1(messages->getLanguage());
 }
 
@@ -93,10 +130,16 @@ std::optional<QString> IcuViewerLocale::languageCode() const
 
 QString IcuViewerLocale::usDollars(qint64 cents) const
 {
+    constexpr double kCentsPerDollar = 100.0;
+    const auto amount = static_cast<double>(cents) / kCentsPerDollar;
+    // ICU's data would take two and a half megabytes all day, of those whose dollars need none of it.
+    if (isAmerican(m_monetaryName))
+        return plainDollars(amount, QLocale(QLocale::English, QLocale::UnitedStates));
+    if (isPosix(m_monetaryName))
+        return plainDollars(amount, QLocale::c());
     if (!m_formatter)
         m_formatter = std::make_unique<Formatter>(namedLocale(m_monetaryName).value_or(icu::Locale("en_US_POSIX")));
-    constexpr double kCentsPerDollar = 100.0;
-    return m_formatter->text(static_cast<double>(cents) / kCentsPerDollar);
+    return m_formatter->text(amount);
 }
 
 } // namespace orvella

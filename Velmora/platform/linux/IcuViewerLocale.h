@@ -9,8 +9,8 @@
 
 namespace orvella {
 
-/// The viewer's locale by the POSIX variables, its texts by ICU. A running program keeps the variables it was started
-/// with, so there is nothing to follow.
+/// The viewer's locale by the POSIX variables, its texts by ICU where Qt's data are not enough. A running program keeps
+/// the variables it was started with, so there is nothing to follow.
 ///
 /// The first of the variables that is set and not empty counts. A name that is no locale's reads as "C". LANGUAGE has
 /// no say: it orders the translations of a program's texts, and often keeps an installer's value where the viewer has

@@ -81,7 +81,7 @@ private Q_SLOTS:
 
         for (const auto* const name : {"C", "POSIX", "C.UTF-8", "C.utf8", "c", "posix", "german", "xx_XX", "xx", "d",
                  "de_", "_DE", "de_DE.", "de_DE@", "de DE", "../../etc/passwd", "de_DE/../..", "%s%n", "-", "@euro",
-                 ".UTF-8", "de_DE.UTF-8\n", "123", "zz_ZZ.UTF-8"})
+                 ".UTF-8", "de_DE.UTF-8\n", "en_US.", "en_US.UTF-8\n", "en_US@", "en_USA", "123", "zz_ZZ.UTF-8"})
             QTest::addRow("%s", name) << QString::fromLatin1(name);
         QTest::newRow("a zero character") << u"de_DE\0"_s;
         QTest::newRow("not ASCII") << u"d\u00e9_DE"_s;
@@ -156,6 +156,25 @@ private Q_SLOTS:
         const IcuViewerLocale locale(environment({{u"LANGUAGE"_s, u"en_US:en"_s}, {u"LANG"_s, u"de_DE"_s}}));
 
         QCOMPARE(locale.languageCode(), u"de"_s);
+    }
+
+    void dollarsThatNeedNoIcuReadAsItHasThem_data()
+    {
+        QTest::addColumn<qint64>("cents");
+        for (const qint64 cents :
+            {qint64 {0}, qint64 {1}, qint64 {-1}, qint64 {99}, qint64 {100}, qint64 {-100}, qint64 {99'999},
+                qint64 {100'000}, qint64 {123'456'789}, qint64 {-123'456'789}, qint64 {900'719'925'474'099'300},
+                std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min()})
+            QTest::addRow("%lld", cents) << cents;
+    }
+
+    void dollarsThatNeedNoIcuReadAsItHasThem()
+    {
+        QFETCH(qint64, cents);
+
+        // These two names take the long way to the same conventions.
+        QCOMPARE(named(u"en_US.UTF-8"_s).usDollars(cents), named(u"EN_us"_s).usDollars(cents));
+        QCOMPARE(named(u"C.UTF-8"_s).usDollars(cents), named(u"en_US_POSIX"_s).usDollars(cents));
     }
 
     void theWholeRangeOfCentsHasATextAndIsTheSameEachTime()
