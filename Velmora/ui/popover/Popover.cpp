@@ -312,8 +312,9 @@ void Popover::faded()
     if (m_isShown)
         return;
     hide();
-    // It takes more memory than all the rest of the window, and is made anew with the next place.
+    // The picture of the shadow and what the window is drawn into take more memory than all the rest of it.
     m_frame.dropShadow();
+    destroy();
 }
 
 /// Some window managers place a window that takes no keyboard without saying where: the toolkit then believes it to be
