@@ -53,10 +53,11 @@ class Authority:
 class Process:
     """One of ours that says on its first line where it listens."""
 
-    def __init__(self, argv, log):
+    def __init__(self, argv, log, more_variables=None):
         self.log = log
         with open(log, "wb") as out:
-            self.child = subprocess.Popen(argv, stdin=subprocess.DEVNULL, stdout=out, stderr=out)
+            self.child = subprocess.Popen(argv, env=os.environ | (more_variables or {}), stdin=subprocess.DEVNULL,
+                                          stdout=out, stderr=out)
         deadline = time.monotonic() + 10
         while b"\n" not in read_file(log):
             if time.monotonic() > deadline or self.child.poll() is not None:
@@ -69,6 +70,19 @@ class Process:
     def close(self):
         self.child.send_signal(signal.SIGTERM)
         self.child.wait(10)
+
+
+def library_copies(program, folder):
+    """Variables by which the program maps copies of its libraries.
+
+    A service runs elsewhere; here it would bear half of the pages of each program that uses the same libraries.
+    """
+    if not os.path.isdir(folder):
+        os.makedirs(folder)
+        listed = subprocess.run(["ldd", program], check=True, capture_output=True, text=True).stdout
+        for library in re.findall(r" => (/\S+)", listed):
+            shutil.copy(library, folder)
+    return {"LD_LIBRARY_PATH": folder}
 
 
 class Front:
@@ -101,8 +115,9 @@ class Service:
         self.database = at("db")
         if database:
             shutil.copy(database, self.database)
-        self.sandbox = Process([os.path.join(programs, "orvella-sandbox"), "--database", self.database, *options],
-                               at("sandbox.log"))
+        sandbox = os.path.join(programs, "orvella-sandbox")
+        self.sandbox = Process([sandbox, "--database", self.database, *options], at("sandbox.log"),
+                               library_copies(sandbox, os.path.join(folder, "libraries")))
         self.address = next(line for line in self.sandbox.lines() if line.startswith("http"))
 
     def front(self):
