@@ -2,8 +2,6 @@
 
 #include "platform/linux/X11Reply.h"
 
-#include <xcb/xinput.h>
-
 #include <QCoreApplication>
 #include <QCursor>
 
@@ -14,15 +12,17 @@ namespace orvella {
 namespace {
 
 /// The number of the XInput extension on this connection; 0 where it has none that reports raw presses.
-quint8 inputExtension(xcb_connection_t* connection)
+quint8 inputExtension(const InputLibrary& input, xcb_connection_t* connection)
 {
-    const auto* const extension = xcb_get_extension_data(connection, &xcb_input_id);
+    if (!input.isReady())
+        return 0;
+    const auto* const extension = xcb_get_extension_data(connection, input.id);
     if (extension == nullptr || extension->present == 0)
         return 0;
     // Qt has said already what it understands, but not if it was told to do without. From version 2.1 on, presses are
     // reported while another program has the pointer to itself, too. An error means that a newer one is agreed on.
     const X11Reply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
+        input.queryVersionReply(connection, input.queryVersion(connection, 2, 2), nullptr));
     return version && version->major_version < 2 ? quint8 {0} : extension->major_opcode;
 }
 
@@ -108,16 +108,16 @@ bool X11Presses::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 void X11Presses::select()
 {
     const bool isWanted = !m_listeners->functions.empty();
-    if (isWanted && !m_extension)
-        m_extension = inputExtension(m_display.connection);
-    if (m_extension.value_or(0) == 0 || std::exchange(m_isSelected, isWanted) == isWanted)
+    if (isWanted && !m_input)
+        m_extension = inputExtension(m_input.emplace(), m_display.connection);
+    if (m_extension == 0 || std::exchange(m_isSelected, isWanted) == isWanted)
         return;
     struct {
         xcb_input_event_mask_t head;
         uint32_t events;
     } const mask {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, isWanted ? uint32_t {XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS} : 0};
     // Qt's own choice on this window is for other devices, so neither replaces the other's.
-    xcb_input_xi_select_events(m_display.connection, m_display.root, 1, &mask.head);
+    m_input->selectEvents(m_display.connection, m_display.root, 1, &mask.head);
     xcb_flush(m_display.connection);
 }
 

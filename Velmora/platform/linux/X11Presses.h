@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WindowSystem.h"
+#include "platform/linux/InputLibrary.h"
 #include "platform/linux/X11Display.h"
 
 #include <QAbstractNativeEventFilter>
@@ -37,8 +38,10 @@ private:
     void select();
 
     X11Display m_display;
-    /// Nothing before somebody listens; 0 where there is none.
-    std::optional<quint8> m_extension;
+    /// Nothing before somebody listens.
+    std::optional<InputLibrary> m_input;
+    /// 0 where there is none.
+    quint8 m_extension = 0;
     bool m_isSelected = false;
     std::shared_ptr<Listeners> m_listeners;
 };
