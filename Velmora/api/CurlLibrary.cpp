@@ -34,7 +34,7 @@ CurlLibrary::CurlLibrary(const QString& name)
     library.find(multiRemoveHandle, "curl_multi_remove_handle");
     library.find(multiCleanup, "curl_multi_cleanup");
     library.find(versionInfo, "curl_version_info");
-    m_isReady = library.isWhole() && m_globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    m_isReady = library.isWhole() && m_globalInit != nullptr && m_globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
     if (!m_isReady)
         qWarning("libcurl cannot be used: %s", qUtf8Printable(library.missing()));
 }
