@@ -19,8 +19,7 @@ private Q_SLOTS:
         library.find(versionInfo, "curl_version_info");
 
         QVERIFY(library.isWhole());
-        QVERIFY(versionInfo != nullptr);
-        QVERIFY(versionInfo(CURLVERSION_NOW)->version_num >= LIBCURL_VERSION_NUM);
+        QVERIFY(versionInfo != nullptr && versionInfo(CURLVERSION_NOW)->version_num >= LIBCURL_VERSION_NUM);
     }
 
     void aFunctionThatIsMissingIsNotForgottenOverALaterOne()
