@@ -170,19 +170,22 @@ QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
     co_await m_file.remove(service, account);
 }
 
-/// Every read comes by here, so what is set in this run is not looked for again.
+/// Every read comes by here, so what was set in this run is not looked for again. Over when the mark is there: what
+/// follows may remove the only other trace of the item.
 QCoro::Task<> SystemSecretStore::mark(Key key)
 {
     const auto end = m_end.get_token();
-    if (!m_marked.insert(key).second)
+    if (m_marked.contains(key))
         co_return;
+    const auto unmarkings = m_unmarkings;
     const auto isSet = co_await m_mark.set(key.first, key.second);
-    if (!end.stop_requested() && !isSet)
-        m_marked.erase(key);
+    if (!end.stop_requested() && isSet && unmarkings == m_unmarkings)
+        m_marked.insert(key);
 }
 
 QCoro::Task<> SystemSecretStore::unmark(Key key)
 {
+    ++m_unmarkings;
     m_marked.erase(key);
     co_await m_mark.clear(key.first, key.second);
 }

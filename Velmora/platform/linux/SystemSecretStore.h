@@ -68,8 +68,9 @@ private:
     std::map<Key, Held> m_held;
     /// What the keyring holds of these could not be read.
     std::set<Key> m_unclear;
-    /// These are marked, or just being.
+    /// These were marked, and not unmarked since.
     std::set<Key> m_marked;
+    qint64 m_unmarkings = 0;
     FileSecretStore m_file;
     KeyringMark m_mark;
     KeyringSecretStore m_keyring;
