@@ -1,17 +1,33 @@
 #include "api/ThisComputer.h"
 
-#include <QRegularExpression>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
 
 namespace orvella {
 
+namespace {
+
+constexpr std::uint8_t kLoopbackNetwork = 127;
+constexpr std::size_t kMappedV4 = 12;
+
+} // namespace
+
 bool isThisComputer(const QString& host)
 {
-    // With a greater number it is a name, and the network is asked for its address.
-    static const auto octet = QStringLiteral(R"(\.(25[0-5]|2[0-4]\d|1?\d?\d))");
-    static const QRegularExpression own(
-        QStringLiteral(R"(^(([^.]+\.)*localhost|(::ffff:)?127(%1){3}|::1)\z)").arg(octet),
-        QRegularExpression::CaseInsensitiveOption);
-    return own.match(host).hasMatch();
+    if (host.compare(u"localhost", Qt::CaseInsensitive) == 0 || host.endsWith(u".localhost", Qt::CaseInsensitive))
+        return true;
+    // What is no address by these rules counts as a name, for which the network is asked.
+    const auto text = host.toLatin1();
+    if (std::array<std::uint8_t, sizeof(in_addr)> v4 {}; ::inet_pton(AF_INET, text.constData(), v4.data()) == 1)
+        return v4.front() == kLoopbackNetwork;
+    in6_addr v6 {};
+    if (::inet_pton(AF_INET6, text.constData(), &v6) != 1)
+        return false;
+    return IN6_IS_ADDR_LOOPBACK(&v6) || (IN6_IS_ADDR_V4MAPPED(&v6) && v6.s6_addr[kMappedV4] == kLoopbackNetwork);
 }
 
 } // namespace orvella

@@ -93,9 +93,11 @@ private Q_SLOTS:
         row("127.0.0.1", false);
         row("127.255.0.9", false);
         row("127.1", false);
+        row("127.0.0.01", false);
         row("[::1]", false);
         row("[0:0::0:1]", false);
         row("[::ffff:127.0.0.1]", false);
+        row("[::ffff:7f00:1]", false);
         row("localhost.", true);
         row("localhost.invalid", true);
         row("mylocalhost", true);
