@@ -33,10 +33,16 @@ CurlLibrary::CurlLibrary(const QString& name)
     library.find(multiInfoRead, "curl_multi_info_read");
     library.find(multiRemoveHandle, "curl_multi_remove_handle");
     library.find(multiCleanup, "curl_multi_cleanup");
+    library.find(shareInit, "curl_share_init");
+    library.find(shareSetopt, "curl_share_setopt");
+    library.find(shareCleanup, "curl_share_cleanup");
     library.find(versionInfo, "curl_version_info");
-    m_isReady = library.isWhole() && m_globalInit != nullptr && m_globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    if (!m_isReady)
+    if (!library.isWhole())
         qWarning("libcurl cannot be used: %s", qUtf8Printable(library.missing()));
+    else if (m_globalInit(CURL_GLOBAL_DEFAULT) != CURLE_OK)
+        qWarning("libcurl cannot be used: curl_global_init failed");
+    else
+        m_isReady = true;
 }
 
 CurlLibrary::~CurlLibrary()

@@ -9,7 +9,7 @@ namespace orvella {
 /// libcurl, loaded when it is first needed: it brings nearly thirty libraries along, for which no start is to wait.
 ///
 /// It is kept ready for use while this lives. There may be several at once, in any thread. The functions are libcurl's
-/// own; there are none where `isReady` is false.
+/// own, and not to be called where `isReady` is false.
 class CurlLibrary final {
 public:
     /// Another name than libcurl's own finds nothing.
@@ -35,6 +35,9 @@ public:
     decltype(&curl_multi_info_read) multiInfoRead = nullptr;
     decltype(&curl_multi_remove_handle) multiRemoveHandle = nullptr;
     decltype(&curl_multi_cleanup) multiCleanup = nullptr;
+    decltype(&curl_share_init) shareInit = nullptr;
+    decltype(&curl_share_setopt) shareSetopt = nullptr;
+    decltype(&curl_share_cleanup) shareCleanup = nullptr;
     decltype(&curl_version_info) versionInfo = nullptr;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "api/CurlFailure.h"
 #include "api/CurlLibrary.h"
+#include "api/CurlThread.h"
 #include "api/DesktopProxy.h"
 #include "api/ThisComputer.h"
 #include "base/Version.h"
@@ -9,10 +10,8 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <string_view>
-#include <system_error>
 
 namespace orvella {
 
@@ -131,34 +130,17 @@ void setRules(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
     curl.easySetopt(easy, CURLOPT_QUICK_EXIT, 1L);
 }
 
-// Whether the system keeps its trusted certificates also one by one, each under its hash.
-bool hasHashedAuthorities(const CurlLibrary& curl)
+void setTrust(const CurlThread& thread, CURL* easy, const CurlOptions& options)
 {
-    const auto* const folder = curl.versionInfo(CURLVERSION_NOW)->capath;
-    if (folder == nullptr)
-        return false;
-    // By the names alone, before each request: Qt would look at every file.
-    constexpr std::size_t kHash = 8;
-    constexpr std::string_view kFirst = ".0";
-    std::error_code trouble;
-    std::filesystem::directory_iterator entry(folder, trouble);
-    for (const std::filesystem::directory_iterator end; !trouble && entry != end; entry.increment(trouble)) {
-        const auto name = entry->path().filename().native();
-        if (name.size() == kHash + kFirst.size() && name.ends_with(kFirst))
-            return true;
-    }
-    return false;
-}
-
-void setTrust(const CurlLibrary& curl, CURL* easy, const CurlOptions& options)
-{
+    const auto& curl = thread.curl();
+    curl.easySetopt(easy, CURLOPT_SHARE, thread.tlsSessions());
     curl.easySetopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
     curl.easySetopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
     curl.easySetopt(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     if (!options.authorities.isEmpty()) {
         curl.easySetopt(easy, CURLOPT_CAINFO, options.authorities.constData());
         curl.easySetopt(easy, CURLOPT_CAPATH, nullptr);
-    } else if (hasHashedAuthorities(curl)) {
+    } else if (thread.hasHashedAuthorities()) {
         // Reading the file with all of them takes long, for each connection; of the hashed ones just one is read.
         curl.easySetopt(easy, CURLOPT_CAINFO, nullptr);
     }
@@ -200,8 +182,8 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
     if (scheme != u"https" && scheme != u"http")
         return std::unexpected(curlFailure(CURLE_URL_MALFORMAT, 0));
 
-    // First, because everything else goes before it.
-    const CurlLibrary curl;
+    const auto& thread = CurlThread::current();
+    const auto& curl = thread.curl();
     if (!curl.isReady())
         return std::unexpected(curlFailure(CURLE_FAILED_INIT, 0));
     const auto headers = headerList(curl, request);
@@ -214,7 +196,7 @@ Result<HttpReply> CurlTransfer::perform(const HttpRequest& request)
     Incoming incoming {.greatestBody = m_options.greatestReply, .body = {}};
     setRequest(curl, easy.get(), request, url, headers);
     setRules(curl, easy.get(), m_options);
-    setTrust(curl, easy.get(), m_options);
+    setTrust(thread, easy.get(), m_options);
     setIncoming(curl, easy.get(), incoming);
     setProxy(curl, easy.get(), request.url);
 

@@ -5,6 +5,8 @@
 #include <QSslCertificate>
 #include <QSslKey>
 
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 namespace orvella {
@@ -47,6 +49,12 @@ QSslConfiguration TestAuthority::server(const QString& name, int days) const
         path(u"authority.key"_s), u"-CAcreateserial"_s, u"-days"_s, QString::number(days), u"-extfile"_s,
         path(u"extensions"_s), u"-out"_s, path(u"server.pem"_s)});
     return configuration(u"server.pem"_s, u"server.key"_s);
+}
+
+std::pair<QString, QString> TestAuthority::filesOfServer(const QString& name) const
+{
+    std::ignore = server(name);
+    return {path(u"server.pem"_s), path(u"server.key"_s)};
 }
 
 QSslConfiguration TestAuthority::selfSignedServer(const QString& name) const

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <utility>
+
 namespace orvella {
 
 /// A certificate authority of the test's own, made with the `openssl` command in a temporary folder.
@@ -19,6 +21,8 @@ public:
     /// `name` is the subject's alternative name as openssl writes it, for example "IP:127.0.0.1". With `days` below 0
     /// it has expired.
     [[nodiscard]] QSslConfiguration server(const QString& name, int days = 1) const;
+    /// The same for a program: PEM files with the certificate and its key. They last until the next server is made.
+    [[nodiscard]] std::pair<QString, QString> filesOfServer(const QString& name) const;
     /// What a server needs that vouches for itself.
     [[nodiscard]] QSslConfiguration selfSignedServer(const QString& name) const;
 
