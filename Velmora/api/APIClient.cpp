@@ -51,10 +51,9 @@ APIClient::APIClient(const Platform& platform, Transport& transport)
 {
 }
 
-QCoro::Task<Result<DeviceRegistration>> APIClient::registerDevice(
-    bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop)
+QCoro::Task<Result<DeviceRegistration>> APIClient::registerDevice(Preferences preferences, std::stop_token stop)
 {
-    auto body = Preferences {anonymousMode, appSignalConsent, autoOpenAds}.members();
+    auto body = preferences.members();
     body.merge(Json::Object {
         {u"deviceName"_s, m_device.name().value_or(u"Mac"_s)},
         {u"appVersion"_s, m_device.applicationVersion().value_or(u"0.1.0"_s)},

@@ -59,8 +59,7 @@ public:
         return exchange<T>({m_baseURL, "GET", std::move(path), {}, {}}, {}, Authorization::deviceToken, stop);
     }
 
-    QCoro::Task<Result<DeviceRegistration>> registerDevice(
-        bool anonymousMode, bool appSignalConsent, bool autoOpenAds, std::stop_token stop);
+    QCoro::Task<Result<DeviceRegistration>> registerDevice(Preferences preferences, std::stop_token stop);
     /// `current` is asked when the request goes out.
     QCoro::Task<Result<EmptyPayload>> preferences(std::function<Preferences()> current, std::stop_token stop);
     QCoro::Task<Result<AdSession>> startSession(AvailableAd ad, bool anonymousMode, std::stop_token stop);

@@ -68,7 +68,7 @@ QCoro::Task<> AppState::bootstrap()
 
 QCoro::Task<bool> AppState::registerDevice(std::stop_token stop)
 {
-    const auto registration = co_await m_api.registerDevice(anonymousMode(), appSignalConsent(), autoOpenAds(), stop);
+    const auto registration = co_await m_api.registerDevice(preferences(), stop);
     if (stop.stop_requested())
         co_return false;
     if (!registration && registration.error().isCancellation())

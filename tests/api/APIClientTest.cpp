@@ -216,7 +216,7 @@ private Q_SLOTS:
         world.platform.secrets.put(Keychain::kService, "token");
         auto client = world.client();
 
-        static_cast<void>(ClientWorld::answered(client.registerDevice(true, false, false, {})));
+        static_cast<void>(ClientWorld::answered(client.registerDevice({}, {})));
 
         QVERIFY(!world.transport.requests().front().header("authorization"));
         QVERIFY(world.platform.secrets.operations.isEmpty());
@@ -230,7 +230,7 @@ private Q_SLOTS:
         world.platform.locale.language.reset();
         auto client = world.client();
 
-        static_cast<void>(ClientWorld::answered(client.registerDevice(true, false, true, {})));
+        static_cast<void>(ClientWorld::answered(client.registerDevice({.autoOpenAds = true}, {})));
 
         const Json::Object expected {
             {u"deviceName"_s, u"Mac"_s},

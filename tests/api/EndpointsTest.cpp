@@ -36,7 +36,7 @@ private Q_SLOTS:
             QTest::newRow(path) << call << QByteArray(method) << QString::fromLatin1(path) << isAuthorized;
         };
         row("/api/mac/device/register", "POST", false,
-            [](AppState& state, AdViewing&) { state.api().registerDevice(true, false, false, {}); });
+            [](AppState& state, AdViewing&) { state.api().registerDevice({}, {}); });
         row("/api/mac/device/heartbeat", "POST", true, [](AppState& state, AdViewing&) { state.heartbeat(); });
         row("/api/mac/ads/available", "POST", true, [](AppState& state, AdViewing&) { state.pollForAd(); });
         row("/api/mac/preferences", "POST", true, [](AppState& state, AdViewing&) { state.sendPreferences(); });
