@@ -99,7 +99,7 @@ Facts factsOf(const Platform& platform, const QString& running)
     Facts facts {{u"Orvella"_s, QString(kVersion)}, {u"running"_s, running}};
     append(facts, platform.report.facts());
     const auto& settings = platform.settings;
-    const auto isElsewhere = settings.contains(u"apiBaseURL"_s);
+    const auto isElsewhere = settings.string(u"apiBaseURL"_s).has_value();
     facts.push_back(
         {u"service"_s, isElsewhere ? u"another one, by the setting apiBaseURL"_s : u"the production one"_s});
     facts.push_back({u"start at login"_s, loginItem(platform.loginItem.status())});

@@ -165,6 +165,10 @@ private Q_SLOTS:
 
         QCOMPARE(world.value(u"service"_s), u"another one, by the setting apiBaseURL"_s);
         QVERIFY(!world.text().contains(u"inside"_s));
+
+        // No address: the program talks to the production service then.
+        world.platform.settings.values.insert_or_assign(u"apiBaseURL"_s, Json(true));
+        QCOMPARE(world.value(u"service"_s), u"the production one"_s);
     }
 
     void aProgramThatDoesNotRunHasNoErrors()
