@@ -4,8 +4,8 @@
 
 namespace orvella {
 
-/// libxcb-xinput, loaded when presses are first listened for. The functions are its own; there are none where `isReady`
-/// is false.
+/// libxcb-xinput, loaded when presses are first listened for. The functions are its own, and not to be called
+/// where `isReady` is false.
 class InputLibrary final {
 public:
     InputLibrary();

@@ -50,16 +50,14 @@ void X11Activation::request(quint32 time)
     auto workspace = ask(m_windowId, m_hints->_NET_WM_DESKTOP, XCB_ATOM_CARDINAL);
     auto currentWorkspace = ask(m_display.root, m_hints->_NET_CURRENT_DESKTOP, XCB_ATOM_CARDINAL);
 
-    xcb_ewmh_set_wm_user_time(m_hints.get(), timeWindow.word().value_or(m_windowId), time);
+    m_hints.setUserTime(timeWindow.word().value_or(m_windowId), time);
     // Some window managers activate no window that is on another workspace, and the viewer wants it on this one.
     const auto from = workspace.word();
     const auto to = currentWorkspace.word();
     if (from && to && *from != *to && *from != X11Hints::kAllWorkspaces)
-        xcb_ewmh_request_change_wm_desktop(
-            m_hints.get(), m_display.screen, m_windowId, *to, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+        m_hints.requestWorkspace(m_display.screen, m_windowId, *to);
     // The window manager gets to know of the window before it gets this: both go through the server in turn.
-    xcb_ewmh_request_change_active_window(
-        m_hints.get(), m_display.screen, m_windowId, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, time, XCB_WINDOW_NONE);
+    m_hints.requestActivation(m_display.screen, m_windowId, time);
     xcb_flush(m_display.connection);
 }
 
