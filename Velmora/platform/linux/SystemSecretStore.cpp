@@ -21,10 +21,13 @@ SystemSecretStore::~SystemSecretStore()
 QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QString account, std::stop_token stop)
 {
     const auto end = m_end.get_token();
-    const auto kept = co_await m_file.read(service, account, stop);
+    const Key key {service, account};
+    const auto additions = m_additions;
+    std::optional<Secret> kept;
+    if (!m_onlyInKeyring.contains(key))
+        kept = co_await m_file.read(service, account, stop);
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
-    const Key key {service, account};
     const auto answer = co_await askKeyring(key, stop);
     if (end.stop_requested() || stop.stop_requested())
         co_return std::nullopt;
@@ -38,6 +41,8 @@ QCoro::Task<std::optional<Secret>> SystemSecretStore::read(QString service, QStr
         item = co_await withoutItem(key, kept);
     else
         item = co_await withoutKeyring(key, kept, answer.trouble());
+    if (!end.stop_requested() && !kept && additions == m_additions && isInKeyring(key))
+        m_onlyInKeyring.insert(key);
     co_return item;
 }
 
@@ -96,18 +101,20 @@ QCoro::Task<Secret> SystemSecretStore::withItem(Key key, Secret item, std::optio
     const auto chosen = isOther ? held->second.value : item;
     if (!isOther)
         m_held.insert_or_assign(key, Held {item, Place::keyring});
-    co_await mark(key);
-    if (end.stop_requested())
+    const auto isMarked = co_await mark(key);
+    if (!isMarked || end.stop_requested())
         co_return chosen;
-    if (kept == item) // A move that was cut short.
+    if (kept == item && isInKeyring(key)) // A move that was cut short.
         co_await m_file.remove(key.first, key.second);
     co_return chosen;
 }
 
 QCoro::Task<std::optional<Secret>> SystemSecretStore::withoutItem(Key key, std::optional<Secret> kept)
 {
-    if (isInKeyring(key)) // Somebody has removed it.
+    if (isInKeyring(key)) { // Somebody has removed it.
         m_held.erase(key);
+        m_onlyInKeyring.erase(key);
+    }
     const auto item = rememberedOr(key, kept);
     if (item)
         co_await moveToKeyring(key, *item);
@@ -126,8 +133,9 @@ QCoro::Task<> SystemSecretStore::moveToKeyring(Key key, Secret value)
         co_return;
     if (const auto held = m_held.find(key); held != m_held.end() && held->second.value == value)
         held->second.place = Place::keyring;
-    co_await mark(key);
-    if (end.stop_requested())
+    const auto isMarked = co_await mark(key);
+    // Another may have been added to the file meanwhile.
+    if (!isMarked || end.stop_requested() || !isInKeyring(key))
         co_return;
     co_await m_file.remove(service, account);
 }
@@ -140,9 +148,11 @@ QCoro::Task<> SystemSecretStore::add(QString service, QString account, Secret va
         co_return;
     const auto isAbsent = !added && added.trouble() == KeyringTrouble::absent;
     const auto place = added ? Place::keyring : isAbsent ? Place::file : Place::memory;
+    ++m_additions;
+    m_onlyInKeyring.erase(Key {service, account});
     m_held.insert_or_assign(Key {service, account}, Held {value, place});
     if (place == Place::keyring) {
-        co_await mark(Key {service, account});
+        std::ignore = co_await mark(Key {service, account});
         if (!end.stop_requested() && m_unclear.erase(Key {service, account}) > 0)
             std::ignore = co_await m_keyring.removeOtherItems(service, account, value);
     }
@@ -158,6 +168,7 @@ QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
 {
     const auto end = m_end.get_token();
     m_held.erase(Key {service, account});
+    m_onlyInKeyring.erase(Key {service, account});
     if (!m_unclear.contains(Key {service, account})) {
         const auto removed = co_await m_keyring.removeItem(service, account);
         if (end.stop_requested())
@@ -170,17 +181,18 @@ QCoro::Task<> SystemSecretStore::remove(QString service, QString account)
     co_await m_file.remove(service, account);
 }
 
-/// Every read comes by here, so what was set in this run is not looked for again. Over when the mark is there: what
-/// follows may remove the only other trace of the item.
-QCoro::Task<> SystemSecretStore::mark(Key key)
+/// Whether the mark stands. Every read comes by here, so what was set in this run is not looked for again.
+QCoro::Task<bool> SystemSecretStore::mark(Key key)
 {
     const auto end = m_end.get_token();
     if (m_marked.contains(key))
-        co_return;
+        co_return true;
     const auto unmarkings = m_unmarkings;
     const auto isSet = co_await m_mark.set(key.first, key.second);
-    if (!end.stop_requested() && isSet && unmarkings == m_unmarkings)
-        m_marked.insert(key);
+    if (end.stop_requested() || !isSet || unmarkings != m_unmarkings)
+        co_return false;
+    m_marked.insert(key);
+    co_return true;
 }
 
 QCoro::Task<> SystemSecretStore::unmark(Key key)

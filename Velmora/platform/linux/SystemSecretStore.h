@@ -14,8 +14,9 @@ namespace orvella {
 /// The viewer's keyring or, where no Secret Service answers, a file that only its owner can read.
 ///
 /// An item of the file moves into the keyring when a read finds that there is a keyring and no such item in it. It
-/// leaves the file only after the keyring has been seen to hold it. An item that the keyring has already counts, and is
-/// never overwritten by one that was stored while the keyring was away: the older may be the one that is linked.
+/// leaves the file only after the keyring has been seen to hold it and the mark of that stands. An item that the
+/// keyring has already counts, and is never overwritten by one that was stored while the keyring was away: the older
+/// may be the one that is linked.
 ///
 /// What was answered or added is remembered for this run. It is the answer while the keyring is refused or absent, so
 /// an item that the viewer keeps from the keyring serves until the program ends, and is written nowhere. An item of the
@@ -60,7 +61,7 @@ private:
     QCoro::Task<Secret> withItem(Key key, Secret item, std::optional<Secret> kept);
     QCoro::Task<std::optional<Secret>> withoutItem(Key key, std::optional<Secret> kept);
     QCoro::Task<> moveToKeyring(Key key, Secret value);
-    QCoro::Task<> mark(Key key);
+    QCoro::Task<bool> mark(Key key);
     QCoro::Task<> unmark(Key key);
 
     std::stop_source m_end;
@@ -68,6 +69,9 @@ private:
     std::map<Key, Held> m_held;
     /// What the keyring holds of these could not be read.
     std::set<Key> m_unclear;
+    /// These were found in the keyring and not in the file, and none was added since.
+    std::set<Key> m_onlyInKeyring;
+    qint64 m_additions = 0;
     /// These were marked, and not unmarked since.
     std::set<Key> m_marked;
     qint64 m_unmarkings = 0;

@@ -4,9 +4,21 @@
 
 #include <QFileInfo>
 
+#include <deque>
+
 using namespace orvella;
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace {
+
+void makeFile(const QString& path)
+{
+    if (QFile file(path); !file.open(QIODevice::WriteOnly))
+        qFatal("The file cannot be made.");
+}
+
+} // namespace
 
 /// Keyring or file, and the way from the one to the other.
 class SystemSecretStoreTest final : public QObject, private SystemSecretsFixture {
@@ -88,6 +100,74 @@ private Q_SLOTS:
 
         QVERIFY(!read(*file));
         QCOMPARE(service.items.size(), 1U);
+    }
+
+    void anItemStaysInTheFileUntilTheKeyringIsMarked_data()
+    {
+        QTest::addColumn<bool>("isInKeyring");
+        QTest::newRow("in both") << true;
+        QTest::newRow("in the file alone") << false;
+    }
+
+    void anItemStaysInTheFileUntilTheKeyringIsMarked()
+    {
+        QFETCH(const bool, isInKeyring);
+        // secrets.json takes it, but no file, as the mark is one, can have such a name.
+        const QString service(255, u'a');
+        wait(file->add(service, kAccount, Secret("token-1")));
+        FakeSecretService keyring;
+        if (isInKeyring)
+            keyring.put(service, "token-1");
+        keyring.start();
+
+        std::deque<Outcome<std::optional<Secret>>> readings;
+        for (int count = 0; count < 10; ++count)
+            readings.emplace_back(store->read(service, kAccount, {}));
+
+        for (const auto& reading : readings) {
+            QVERIFY(isOver(reading));
+            QVERIFY(*reading == Secret("token-1"));
+        }
+        QCOMPARE(read(*file, service), "token-1");
+        QVERIFY(!keyring.items.empty());
+    }
+
+    void whatIsAddedWhileAReadWaitsStaysInTheFile()
+    {
+        wait(file->add(kService, kAccount, Secret("token-1")));
+        makeFile(home->filePath(kService + u'-' + kAccount + u".in-keyring"_s));
+        const Outcome reading(store->read(kService, kAccount, {}));
+        QTRY_VERIFY(clock.nextPause());
+        wait(store->add(kService, kAccount, Secret("token-2")));
+        QCOMPARE(read(*file), "token-2");
+        QVERIFY(!reading.isThere());
+
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+
+        QVERIFY(isOver(reading));
+        QVERIFY(*reading == Secret("token-2"));
+        QCOMPARE(read(*file), "token-2");
+    }
+
+    void theFileIsLeftAloneOnceItsItemIsKnownToLieInTheKeyringAlone()
+    {
+        const auto left = home->filePath(u"secrets.json.unfinished-a1B2c3"_s);
+        FakeSecretService service;
+        service.put(kService, "token-1");
+        service.start();
+        QCOMPARE(read(*store), "token-1");
+        makeFile(left);
+
+        QCOMPARE(read(*store), "token-1");
+        QVERIFY(QFileInfo::exists(left));
+
+        wait(store->remove(kService, kAccount));
+        QVERIFY(!QFileInfo::exists(left));
+        makeFile(left);
+        QVERIFY(!read(*store));
+        QVERIFY(!QFileInfo::exists(left));
     }
 
     void anItemOfTheKeyringIsNotOverwrittenByOneOfTheFile()

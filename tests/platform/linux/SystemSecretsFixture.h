@@ -39,9 +39,9 @@ protected:
         QVERIFY(isOver(outcome));
     }
 
-    std::optional<QByteArray> read(SecretStore& secrets)
+    std::optional<QByteArray> read(SecretStore& secrets, const QString& service = kService)
     {
-        const Outcome outcome(secrets.read(kService, kAccount, {}));
+        const Outcome outcome(secrets.read(service, kAccount, {}));
         if (!isOver(outcome))
             qFatal("The store does not answer.");
         return *outcome ? std::optional((*outcome)->reveal()) : std::nullopt;
