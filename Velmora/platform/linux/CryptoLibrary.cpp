@@ -18,7 +18,7 @@ CryptoLibrary::CryptoLibrary()
     library.find(bnValueOne, "BN_value_one");
     library.find(bnBin2bn, "BN_bin2bn");
     library.find(bnBn2binpad, "BN_bn2binpad");
-    library.find(bnPrivRandRange, "BN_priv_rand_range");
+    library.find(bnPrivRand, "BN_priv_rand");
     library.find(bnModExp, "BN_mod_exp");
     library.find(bnCtxSecureNew, "BN_CTX_secure_new");
     library.find(bnCtxFree, "BN_CTX_free");

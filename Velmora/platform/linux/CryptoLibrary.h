@@ -22,7 +22,7 @@ public:
     decltype(&BN_value_one) bnValueOne = nullptr;
     decltype(&BN_bin2bn) bnBin2bn = nullptr;
     decltype(&BN_bn2binpad) bnBn2binpad = nullptr;
-    decltype(&BN_priv_rand_range) bnPrivRandRange = nullptr;
+    decltype(&BN_priv_rand) bnPrivRand = nullptr;
     decltype(&BN_mod_exp) bnModExp = nullptr;
     decltype(&BN_CTX_secure_new) bnCtxSecureNew = nullptr;
     decltype(&BN_CTX_free) bnCtxFree = nullptr;

@@ -16,6 +16,9 @@ using Arithmetic = std::unique_ptr<BN_CTX, decltype(&BN_CTX_free)>;
 using Cipher = std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)>;
 
 constexpr int kNumberSize = 128;
+/// More than twice the strength of the group, some 80 bits, as RFC 7919 (section 5.2) asks of short exponents. One as
+/// long as the prime would take three times as long, at every start.
+constexpr int kPrivateKeyBits = 256;
 constexpr int kBlockSize = 16;
 constexpr int kKeySize = 16;
 
@@ -76,7 +79,7 @@ KeyringCipher::KeyringCipher()
 {
     const CryptoLibrary crypto;
     const auto secret = number(crypto);
-    if (crypto.bnPrivRandRange(secret.get(), prime(crypto).get()) != 1)
+    if (crypto.bnPrivRand(secret.get(), kPrivateKeyBits, BN_RAND_TOP_ANY, BN_RAND_BOTTOM_ANY) != 1)
         qFatal("OpenSSL has no random numbers.");
     const auto generator = number(crypto);
     crypto.bnSetWord(generator.get(), 2);
