@@ -100,19 +100,24 @@ void StatusBarController::showAd(const AvailableAd& ad, Popover::Keyboard keyboa
         AdWindowController::OwnerActions {
             .onDismiss =
                 [this, ad] {
-                    // The service may have credited a view whose answer nobody waits for any more.
-                    if (m_adPopover->viewing().awaitsVerdict())
-                        m_state.doubtWallet();
+                    doubtWalletWithoutVerdict();
                     m_state.finishAd(ad);
                 },
             .onFinished =
                 [this, ad](std::optional<double> earnedCents) {
+                    doubtWalletWithoutVerdict();
                     QMetaObject::invokeMethod(
                         this, [this, ad, earnedCents] { adFinished(ad, earnedCents); }, Qt::QueuedConnection);
                 },
             .onFailed = [this](const Failure& failure) { Q_EMIT adFailed(failure); },
         });
     m_adPopover->show(keyboard);
+}
+
+void StatusBarController::doubtWalletWithoutVerdict()
+{
+    if (m_adPopover->viewing().awaitsVerdict())
+        m_state.doubtWallet();
 }
 
 QCoro::Task<> StatusBarController::adFinished(AvailableAd ad, std::optional<double> earnedCents)

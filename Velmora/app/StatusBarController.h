@@ -52,6 +52,8 @@ private:
     void showMenuPopover();
     [[nodiscard]] std::unique_ptr<Popover> menuPopover();
     void showStatusMenu(QPoint place);
+    /// The service may have credited a view that nobody waits for any more, or whose answer got lost.
+    void doubtWalletWithoutVerdict();
     QCoro::Task<> adFinished(AvailableAd ad, std::optional<double> earnedCents);
 
     Platform m_platform;

@@ -125,6 +125,24 @@ private Q_SLOTS:
         QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 1);
     }
 
+    void aCompletionWhoseAnswerIsLostHasTheWalletAskedOnceMoreAfterTheNextPoll()
+    {
+        StatusBarWorld world;
+        world.startWithOffer();
+        world.click();
+        world.transport.fail(endpoints::kSessionComplete, u"No network."_s);
+        const auto walletsBefore = world.transport.count(endpoints::kWallet);
+        world.transport.answer(endpoints::kAdsAvailable, noOffer());
+
+        world.platform.clock.advance(15s);
+        QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 1);
+        world.platform.clock.advance(300s);
+        QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 2);
+        world.platform.clock.advance(300s);
+
+        QCOMPARE(world.transport.count(endpoints::kWallet), walletsBefore + 2);
+    }
+
     void aClickOpensTheOfferedAdAndItIsWatchedToPaid()
     {
         StatusBarWorld world;

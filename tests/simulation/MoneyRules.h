@@ -18,8 +18,8 @@ public:
     void pollAnswered(bool isVerdictAwaited);
     /// A view is over; it has earned nothing where there is nothing.
     void viewEnded(std::optional<double> earnedCents);
-    /// A view was closed that may have been complete, or may be found so within a minute: there is a cycle before that
-    /// and one after it.
+    /// A view was closed that may have been complete, or may be found so within a minute, or its verdict got lost:
+    /// there is a cycle before that minute is over and one after it.
     void viewMayHaveBeenPaid() { m_allowedWallets = 2; }
 
     [[nodiscard]] qint64 availableCents() const { return m_wallet.wallet.availableCents; }

@@ -176,6 +176,10 @@ void Rules::verdictArrives(const SimulatedNetwork::Call& call)
     std::optional<double> earnedCents;
     if (verdict && verdict->completed)
         earnedCents = verdict->viewerEarnCentsExact.value_or(static_cast<double>(verdict->viewerEarnCents));
+    if (!verdict) {
+        m_view.verdictIsLost();
+        m_money.viewMayHaveBeenPaid();
+    }
     viewEnds(earnedCents);
 }
 

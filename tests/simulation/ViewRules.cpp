@@ -82,6 +82,12 @@ void ViewRules::completionSent(const SimulatedNetwork::Call& call)
     m_view->isCompletionSent = true;
 }
 
+void ViewRules::verdictIsLost()
+{
+    if (m_view)
+        m_view->isVerdictLost = true;
+}
+
 void ViewRules::ends()
 {
     m_world.expect(!m_view->isOver, u"A view ends twice."_s);

@@ -20,6 +20,7 @@ struct Viewing {
     std::optional<AdSession> session;
     bool isDismissed = false;
     bool isCompletionSent = false;
+    bool isVerdictLost = false;
     bool isOver = false;
     /// What the viewer wanted when it began.
     bool anonymousMode = true;
@@ -41,6 +42,7 @@ public:
     void sessionSent(const SimulatedNetwork::Call& call);
     void sessionAnswered(const std::optional<AdSession>& session);
     void completionSent(const SimulatedNetwork::Call& call);
+    void verdictIsLost();
     void clickAnswered(const QString& targetUrl) { m_clickTargets = {targetUrl}; }
     void ends();
     void isDismissed();
@@ -49,8 +51,11 @@ public:
     [[nodiscard]] bool isThereOne() const { return m_view.has_value(); }
     /// Whether there is one to dismiss.
     [[nodiscard]] bool isOpen() const { return m_view && m_view->panel; }
-    /// Whether the service may credit it yet.
-    [[nodiscard]] bool mayBePaid() const { return m_view && m_view->session && !m_view->isOver; }
+    /// Whether the service may credit it yet, or may have done so.
+    [[nodiscard]] bool mayBePaid() const
+    {
+        return m_view && m_view->session && (!m_view->isOver || m_view->isVerdictLost);
+    }
     [[nodiscard]] bool isVerdictAwaited() const;
     /// The creative that has to be on offer.
     [[nodiscard]] const std::optional<QString>& offer() const { return m_offer; }

@@ -95,7 +95,7 @@ QCoro::Task<Result<CompletionResponse>> AdViewing::watch(std::stop_token stop)
     m_awaitsVerdict = true;
     auto verdict = co_await m_api.complete(started->sessionId, stop);
     if (!stop.stop_requested())
-        m_awaitsVerdict = false;
+        m_awaitsVerdict = !verdict;
     co_return verdict;
 }
 
