@@ -23,10 +23,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kPatienceMs = 20'000;
-/// How long the panel asks at least.
+/// How long, and how often, the panel asks at least.
 constexpr int kPhaseMs = 1'500;
+constexpr int kRounds = 20;
 constexpr int kPauseMs = 5;
-constexpr double kLimitMs = 100;
+/// Half of the answers come within it, clicks that open or close the popover among them.
+constexpr double kUsualMs = 50;
+/// All do. The program is to answer within 100 ms; the sanitizers make a click cost several times as much, up to 250 ms
+/// on a busy machine. One that waits for the keyring would take until its limit of ten seconds.
+constexpr double kLimitMs = 500;
 
 /// What a panel asks of the item, and how long the answers took.
 class Panel final {
@@ -151,10 +156,13 @@ private Q_SLOTS:
         Panel panel;
         const auto item = area.items().constFirst();
         QElapsedTimer phase;
-        for (phase.start(); !phase.hasExpired(kPatienceMs) && (!phase.hasExpired(kPhaseMs) || !hasCome());
-            QTest::qWait(kPauseMs)) {
+        phase.start();
+        for (int rounds = 0;
+            !phase.hasExpired(kPatienceMs) && (rounds < kRounds || !phase.hasExpired(kPhaseMs) || !hasCome());
+            ++rounds) {
             panel.readEverything(item);
             panel.click(item);
+            QTest::qWait(kPauseMs);
         }
 
         QVERIFY(hasCome());
@@ -179,8 +187,7 @@ private:
         const auto median = times.at(times.size() / 2);
         qInfo("%zu answers: median %.1f ms, 99 %% %.1f ms, slowest %.1f ms", times.size(), median,
             times.at(times.size() * 99 / 100), times.back());
-        QVERIFY(times.size() > 100);
-        QVERIFY(median < kLimitMs);
+        QVERIFY(median < kUsualMs);
         QVERIFY(times.back() < kLimitMs);
     }
 };
