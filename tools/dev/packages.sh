@@ -2,11 +2,11 @@
 # What each purpose needs of Debian 12. Sourced by ./dev.
 
 declare -A packages=(
-    [build]="clang-19 libclang-rt-19-dev lld-19 cmake ninja-build pkg-config
+    [build]="clang-19 libclang-rt-19-dev lld-19 llvm-19 cmake ninja-build pkg-config
         qt6-base-dev qt6-tools-dev qt6-l10n-tools qcoro-qt6-dev qt6-httpserver-dev qt6-websockets-dev
         libcurl4-openssl-dev libssl-dev nlohmann-json3-dev libicu-dev libxcb1-dev libxcb-ewmh-dev
         libxcb-randr0-dev libxcb-shape0-dev libxcb-xinput-dev"
-    [build_tests]="libgcr-3-dev llvm-19"
+    [build_tests]="libgcr-3-dev"
     # A desktop without a screen: ./dev run shows the program in it, and tests take parts of it.
     [desktop]="xvfb openbox xfwm4 xdotool imagemagick x11-utils xfce4-panel lxqt-panel tint2 gnome-keyring
         libsecret-tools dbus libglib2.0-bin fonts-dejavu-core adwaita-icon-theme curl"
