@@ -16,6 +16,25 @@ endif()
 # our own code touches is checked all the same.
 set(tsan_options suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1:second_deadlock_stack=1)
 
+# A test waits more than it computes, so that optimising it would cost more than it brings; what it tests is optimised.
+set(test_options $<$<CONFIG:Debug>:-O0>)
+
+# Whether Qt's widgets are among these libraries, or what they link with in turn; what they keep to themselves is not.
+function(velmora_has_widgets result)
+    set(libraries ${ARGN})
+    while(libraries AND NOT "Qt6::Widgets" IN_LIST libraries)
+        list(POP_FRONT libraries library)
+        if(TARGET ${library})
+            get_target_property(links ${library} INTERFACE_LINK_LIBRARIES)
+            list(APPEND libraries ${links})
+        endif()
+    endwhile()
+    set(${result} FALSE PARENT_SCOPE)
+    if("Qt6::Widgets" IN_LIST libraries)
+        set(${result} TRUE PARENT_SCOPE)
+    endif()
+endfunction()
+
 # One test program: velmora_test(core/Polling LIBRARIES velmora_core) builds core/PollingTest.cpp.
 #
 # LIBRARIES  what it tests
@@ -35,6 +54,13 @@ function(velmora_test name)
         set(target ${file}Test)
         add_executable(${target} ${name}Test.cpp)
         target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} velmora_support Qt6::Test velmora_options)
+        target_compile_options(${target} PRIVATE ${test_options})
+        velmora_has_widgets(has_widgets ${arg_LIBRARIES})
+        if(has_widgets)
+            velmora_precompile(velmora_precompiled_widget_tests ${target})
+        else()
+            velmora_precompile(velmora_precompiled_tests ${target})
+        endif()
         set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     endif()
     set(environment
@@ -85,6 +111,7 @@ function(velmora_corpus_test name)
             ${CMAKE_SOURCE_DIR}/tests/support/Corpus.cpp ${CMAKE_SOURCE_DIR}/tests/support/Corpus.h
         )
         target_link_libraries(velmora_corpus PUBLIC velmora_support PRIVATE velmora_options)
+        velmora_precompile(velmora_precompiled velmora_corpus)
     endif()
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
     velmora_test(${name}

@@ -25,9 +25,16 @@ sources_to_look_through() {
     done < <(sources_with_headers)
 }
 
+# Keeps how the sources are compiled, but for the precompiled headers: they would hide that a source lacks an include.
+keep_commands() {
+    mkdir -p build/lint
+    sed -E 's/ -Xclang -include(-pch)? -Xclang [^ ]+//g' build/dev/compile_commands.json \
+        >build/lint/compile_commands.json
+}
+
 look_through() {
     local complaints
-    if ! complaints=$(clang-tidy-19 --quiet -p build/dev "$1" 2>&1); then
+    if ! complaints=$(clang-tidy-19 --quiet -p build/lint "$1" 2>&1); then
         printf '%s\n' "$complaints"
         return 1
     fi
@@ -39,6 +46,7 @@ verb_lint() {
     need build build_tests lint
     # The sources include what moc makes of them.
     build_preset dev
+    keep_commands
     local files=("$@")
     (($# > 0)) || mapfile -t files < <(sources_to_look_through)
     ((${#files[@]} > 0)) || return 0
