@@ -6,7 +6,8 @@ from required import REQUIRED, named, verdicts
 
 COLUMNS = (  # figure, heading, decimals
     ("start", "start ms", 1), ("rested", "rested ms", 1), ("complete", "complete ms", 1),
-    ("boot_cpu", "boot CPU ms", 0), ("anon", "anon MiB", 2), ("rss", "RSS MiB", 1), ("pss", "PSS MiB", 1), ("rss_clicked", "RSS after clicks", 1),
+    ("boot_cpu", "boot CPU ms", 0), ("anon", "anon MiB", 2), ("rss", "RSS MiB", 1), ("pss", "PSS MiB", 1),
+    ("rss_clicked", "RSS after clicks", 1),
     ("cpu", "CPU ms/min", 2), ("ctx", "switches/min", 1), ("cycle_cpu", "poll CPU ms", 2), ("threads", "threads", 0),
     ("procs", "processes", 0), ("libs", "libraries", 0), ("click", "first click ms", 1),
     ("clicks", "later clicks ms", 1), ("offer", "offer ms", 1),
@@ -106,9 +107,11 @@ def print_required(found):
 def cell_of(verdict):
     if verdict.value is None or verdict.limit is None:
         return "not measured"
-    text = f"{verdict.value:.2f}"
+    # What is missed by little must not read as what is allowed.
+    decimals = 2 if verdict.is_met else 3
+    text = f"{verdict.value:.{decimals}f}"
     if verdict.required.program:
-        text += f" = {verdict.value / verdict.limit * verdict.required.limit:.2f} x"
+        text += f" = {verdict.value / verdict.limit * verdict.required.limit:.{decimals}f} x"
     return text if verdict.is_met else text + " (missed)"
 
 
