@@ -151,9 +151,18 @@ private Q_SLOTS:
         RawService service;
         World world(service, {.limit = limit, .authorities = {}});
 
-        check(world, fault, error, [] {});
+        check(world, fault, {error}, [] {});
         for (const auto& other : m_elsewhere)
             QVERIFY2(other->paths().isEmpty(), "Nobody is to be sent to another origin.");
+    }
+
+    /// What libcurl sees first is up to the moment: a connection that is lost, or one that never came about.
+    void theProgramGoesOnAfterConnectionsThatAreResetAtOnce()
+    {
+        RawService service;
+        World world(service, {});
+
+        check(world, [](RawService& faulty) { faulty.cutConnections(); }, {kLost, kNotReached}, [] {});
     }
 
     void anInsecureServerGetsNothingAndTheProgramGoesOn_data()
@@ -180,7 +189,7 @@ private Q_SLOTS:
         RawService service(good);
         World world(service, {.authorities = m_authority.file()});
 
-        check(world, fault, error, [&] {
+        check(world, fault, {error}, [&] {
             QCOMPARE(service.paths().isEmpty(), error != kFine);
             service.server().setTls(good);
         });
@@ -218,7 +227,6 @@ private:
     {
         const auto half = head(4096) + kSpite;
         add("refused", [](RawService& service) { service.refuseConnections(); }, kNotReached);
-        add("reset at once", [](RawService& service) { service.cutConnections(); }, kLost);
         add("reset before any answer", answered(answer::bytesThenReset({})), kLost);
         add("closed before any answer", answered(answer::bytesThenEnd({})), kLost);
         add("reset in the head", answered(answer::bytesThenReset("HTTP/1.1 200 OK\r\ncont")), kLost);
@@ -280,8 +288,8 @@ private:
         }
     }
 
-    /// A cycle under the fault, and one after it.
-    static void check(World& world, const Fault& fault, const QString& error, const std::function<void()>& repair)
+    /// A cycle under the fault, after which the program says one of these, and one after it.
+    static void check(World& world, const Fault& fault, const QStringList& errors, const std::function<void()>& repair)
     {
         QCOMPARE(world.error(), kFine);
         QCOMPARE(world.state->availableAd(), anAd());
@@ -291,7 +299,7 @@ private:
         fault(world.service);
         world.cycle();
 
-        QCOMPARE(world.error(), error);
+        QVERIFY2(errors.contains(world.error()), qPrintable(world.error()));
         checkSentence(world.error());
         QVERIFY(world.figures() == before);
         QCOMPARE(world.platform.clock.nextPause(), kPause);
