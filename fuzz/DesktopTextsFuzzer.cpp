@@ -1,7 +1,7 @@
 #include "Claim.h"
-#include "platform/linux/ApplicationUnitName.h"
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/XSettings.h"
+#include "platform/linux/applications/ApplicationUnitName.h"
+#include "platform/linux/files/DesktopEntry.h"
+#include "platform/linux/look/XSettings.h"
 #include "support/XSettingsBytes.h"
 
 #include <QRegularExpression>

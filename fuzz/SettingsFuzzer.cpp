@@ -1,7 +1,7 @@
 #include "Claim.h"
 #include "JsonTwins.h"
-#include "platform/linux/FileSettingsStore.h"
-#include "platform/linux/SettingsText.h"
+#include "platform/linux/settings/FileSettingsStore.h"
+#include "platform/linux/settings/SettingsText.h"
 
 #include <QDir>
 #include <QFile>

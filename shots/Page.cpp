@@ -1,7 +1,7 @@
 #include "Page.h"
 
-#include "platform/linux/PanelTone.h"
-#include "platform/linux/TrayGlyph.h"
+#include "platform/linux/item/PanelTone.h"
+#include "platform/linux/item/TrayGlyph.h"
 
 #include <QApplication>
 #include <QPainter>

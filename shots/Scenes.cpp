@@ -4,8 +4,8 @@
 #include "ControlsShots.h"
 #include "MenuShots.h"
 #include "StartupShots.h"
-#include "platform/linux/PanelTone.h"
-#include "platform/linux/TrayGlyph.h"
+#include "platform/linux/item/PanelTone.h"
+#include "platform/linux/item/TrayGlyph.h"
 
 #include <QFontDatabase>
 #include <QPainter>

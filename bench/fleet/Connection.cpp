@@ -1,7 +1,7 @@
 #include "fleet/Connection.h"
 
 #include "fleet/ModelService.h"
-#include "platform/linux/JoinedStop.h"
+#include "platform/linux/secrets/JoinedStop.h"
 
 namespace orvella::fleet {
 

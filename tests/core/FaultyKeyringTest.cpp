@@ -1,6 +1,6 @@
 #include "api/Endpoints.h"
 #include "core/AppState.h"
-#include "platform/linux/SystemSecretStore.h"
+#include "platform/linux/secrets/SystemSecretStore.h"
 #include "support/FakePlatform.h"
 #include "support/FakeSecretService.h"
 #include "support/FakeTransport.h"

@@ -4,7 +4,7 @@
 #include "app/AppDelegate.h"
 #include "platform/StatusItem.h"
 #include "platform/SystemPlatform.h"
-#include "platform/linux/PanelTone.h"
+#include "platform/linux/item/PanelTone.h"
 #include "support/FakeTransport.h"
 #include "support/ShownWindow.h"
 #include "support/VirtualDesktop.h"

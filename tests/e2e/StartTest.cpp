@@ -3,7 +3,7 @@
 #include "support/VisibleWindows.h"
 
 #include "base/ApplicationId.h"
-#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/files/DesktopEntry.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

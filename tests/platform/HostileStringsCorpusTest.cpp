@@ -1,8 +1,8 @@
 #include "base/Json.h"
 #include "base/WebAddress.h"
 #include "platform/OverlaySettings.h"
-#include "platform/linux/FileSettingsStore.h"
 #include "platform/linux/IcuViewerLocale.h"
+#include "platform/linux/settings/FileSettingsStore.h"
 #include "support/Corpus.h"
 
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/FileSettingsStore.h"
+#include "platform/linux/settings/FileSettingsStore.h"
 #include "simulation/ProgramClock.h"
 #include "simulation/SimulatedDesktop.h"
 #include "simulation/SimulatedKeyring.h"

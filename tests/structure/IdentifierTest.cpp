@@ -1,10 +1,10 @@
 #include "base/ApplicationId.h"
-#include "platform/linux/AutostartLoginItem.h"
-#include "platform/linux/DBusApplicationAdaptor.h"
-#include "platform/linux/DBusInstance.h"
-#include "platform/linux/DBusReportAdaptor.h"
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/SymbolicIcon.h"
+#include "platform/linux/files/DesktopEntry.h"
+#include "platform/linux/instance/DBusApplicationAdaptor.h"
+#include "platform/linux/instance/DBusInstance.h"
+#include "platform/linux/instance/DBusReportAdaptor.h"
+#include "platform/linux/item/SymbolicIcon.h"
+#include "platform/linux/login/AutostartLoginItem.h"
 
 #include <QDBusMessage>
 #include <QDirIterator>

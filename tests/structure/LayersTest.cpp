@@ -13,9 +13,31 @@ namespace {
 
 const QDir kRoot(QStringLiteral(ORVELLA_SOURCE_DIR));
 
+/// The rooms of the Linux side: those that all others may use, and those that know nothing of one another.
+const QStringList kLinuxTools {u"bus"_s, u"environment"_s, u"files"_s, u"x11"_s};
+const QStringList kLinuxServices {u"applications"_s, u"foreground"_s, u"instance"_s, u"item"_s, u"login"_s, u"look"_s,
+    u"secrets"_s, u"settings"_s, u"updater"_s, u"windows"_s};
+
+using Layers = std::map<QString, QStringList>;
+
+Layers withLinuxRooms(Layers layers)
+{
+    const auto room = [](const QString& name) { return u"platform/linux/"_s + name; };
+    QStringList tools;
+    std::ranges::transform(kLinuxTools, std::back_inserter(tools), room);
+    auto& all = layers[u"Velmora/platform/linux"_s];
+    for (const auto& name : kLinuxTools + kLinuxServices) {
+        all.append(room(name));
+        layers[u"Velmora/"_s + room(name)] = {u"base"_s, u"platform"_s, room(name)};
+    }
+    for (const auto& name : kLinuxServices)
+        layers[u"Velmora/"_s + room(name)] += tools;
+    return layers;
+}
+
 /// The layers of the program, each with what it may include. What lies at the top puts the program together and may
 /// include everything, so it is no layer.
-const std::map<QString, QStringList> kLayers {
+const auto kLayers = withLinuxRooms({
     {u"Velmora/base"_s, {u"base"_s}},
     {u"Velmora/platform"_s, {u"base"_s, u"platform"_s}},
     {u"Velmora/platform/linux"_s, {u"base"_s, u"platform"_s, u"platform/linux"_s}},
@@ -25,9 +47,9 @@ const std::map<QString, QStringList> kLayers {
     {u"Velmora/core"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s}},
     {u"Velmora/ui"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s, u"ui"_s}},
     {u"Velmora/app"_s, {u"base"_s, u"platform"_s, u"api"_s, u"signals"_s, u"core"_s, u"ui"_s, u"app"_s}},
-    {u"Velmora/updates"_s, {u"base"_s, u"platform"_s, u"platform/linux"_s, u"updates"_s}},
+    {u"Velmora/updates"_s, {u"base"_s, u"platform"_s, u"platform/linux/updater"_s, u"updates"_s}},
     {u"sandbox"_s, {u"base"_s}},
-};
+});
 
 bool liesIn(const QString& path, const QString& folder)
 {
@@ -143,6 +165,13 @@ private Q_SLOTS:
         row("Velmora/platform/linux/Device.cpp", "Velmora/platform/Device.h", true);
         row("Velmora/platform/linux/Device.cpp", "Velmora/platform/macos/Device.h", false);
         row("Velmora/platform/linux/Device.cpp", "Velmora/core/AppState.h", false);
+        row("Velmora/platform/linux/SystemPlatform.cpp", "Velmora/platform/linux/item/LinuxStatusItem.h", true);
+        row("Velmora/platform/linux/item/StatusIcon.cpp", "Velmora/platform/StatusItem.h", true);
+        row("Velmora/platform/linux/item/StatusIcon.cpp", "Velmora/platform/linux/item/StatusPixmap.h", true);
+        row("Velmora/platform/linux/item/StatusIcon.cpp", "Velmora/platform/linux/look/FontName.h", false);
+        row("Velmora/platform/linux/item/StatusIcon.cpp", "Velmora/platform/linux/bus/BusCall.h", true);
+        row("Velmora/platform/linux/bus/BusCall.cpp", "Velmora/platform/linux/files/AtomicFile.h", false);
+        row("Velmora/platform/linux/bus/BusCall.cpp", "Velmora/platform/linux/LinuxDevice.h", false);
         row("Velmora/api/APIClient.h", "Velmora/core/Keychain.h", true);
         row("Velmora/api/APIClient.h", "Velmora/core/AppState.h", false);
         row("Velmora/api/APIClient.h", "Velmora/signals/AppSignalClassifier.h", false);
@@ -155,6 +184,7 @@ private Q_SLOTS:
         row("Velmora/app/StatusBarController.h", "Velmora/ui/ad/AdPanel.h", true);
         row("Velmora/app/StatusBarController.h", "Velmora/platform/linux/Device.h", false);
         row("Velmora/updates/UpdateWindow.h", "Velmora/platform/Updater.h", true);
+        row("Velmora/updates/UpdateWindow.h", "Velmora/platform/linux/updater/UpdaterPlugin.h", true);
         row("Velmora/updates/UpdateWindow.h", "Velmora/ui/Compose.h", false);
         row("Velmora/app/StatusBarController.h", "Velmora/updates/UpdateWindow.h", false);
         row("Velmora/main.cpp", "Velmora/platform/linux/Device.h", true);

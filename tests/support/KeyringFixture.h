@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/KeyringSecretStore.h"
+#include "platform/linux/secrets/KeyringSecretStore.h"
 #include "support/FakeClock.h"
 #include "support/FakeSecretService.h"
 #include "support/Outcome.h"

@@ -1,5 +1,5 @@
-#include "platform/linux/OwnLibrary.h"
-#include "platform/linux/PluginUpdater.h"
+#include "platform/linux/updater/OwnLibrary.h"
+#include "platform/linux/updater/PluginUpdater.h"
 #include "support/FakeAuthority.h"
 #include "support/FakePlatform.h"
 #include "support/PackageArchive.h"

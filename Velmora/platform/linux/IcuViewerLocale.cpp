@@ -1,6 +1,6 @@
 #include "platform/linux/IcuViewerLocale.h"
 
-#include "platform/linux/LocaleName.h"
+#include "platform/linux/environment/LocaleName.h"
 
 #include <unicode/currunit.h>
 #include <unicode/localebuilder.h>

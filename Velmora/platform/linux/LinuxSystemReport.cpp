@@ -1,9 +1,9 @@
 #include "platform/linux/LinuxSystemReport.h"
 
-#include "platform/linux/Flatpak.h"
-#include "platform/linux/X11Atom.h"
-#include "platform/linux/X11Display.h"
-#include "platform/linux/X11Reply.h"
+#include "platform/linux/environment/Flatpak.h"
+#include "platform/linux/x11/X11Atom.h"
+#include "platform/linux/x11/X11Display.h"
+#include "platform/linux/x11/X11Reply.h"
 
 #include <QDBusMessage>
 #include <QDBusVariant>

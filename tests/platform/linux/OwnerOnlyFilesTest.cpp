@@ -1,6 +1,6 @@
-#include "platform/linux/FileSecretStore.h"
-#include "platform/linux/FileSettingsStore.h"
-#include "platform/linux/KeyringMark.h"
+#include "platform/linux/secrets/FileSecretStore.h"
+#include "platform/linux/secrets/KeyringMark.h"
+#include "platform/linux/settings/FileSettingsStore.h"
 #include "support/Outcome.h"
 
 #include <QDirIterator>

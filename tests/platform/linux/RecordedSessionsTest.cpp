@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/applications/LinuxRunningApplications.h"
 
 #include "support/ControlGroupTree.h"
 

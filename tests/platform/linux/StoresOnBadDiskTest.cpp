@@ -1,6 +1,6 @@
-#include "platform/linux/FileSettingsStore.h"
-#include "platform/linux/InstanceLock.h"
-#include "platform/linux/SecretFile.h"
+#include "platform/linux/instance/InstanceLock.h"
+#include "platform/linux/secrets/SecretFile.h"
+#include "platform/linux/settings/FileSettingsStore.h"
 #include "support/FaultyCalls.h"
 
 #include <QDir>

@@ -1,5 +1,5 @@
-#include "platform/linux/FileSettingsStore.h"
-#include "platform/linux/SecretFile.h"
+#include "platform/linux/secrets/SecretFile.h"
+#include "platform/linux/settings/FileSettingsStore.h"
 #include "support/FaultyCalls.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/UpdaterPlugin.h"
+#include "platform/linux/updater/UpdaterPlugin.h"
 
 #include <QObject>
 
