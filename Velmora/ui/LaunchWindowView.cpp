@@ -8,6 +8,7 @@
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
 #include "ui/Mark.h"
+#include "ui/RefreshOnChange.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/CheckBox.h"
 #include "ui/controls/Panel.h"
@@ -51,7 +52,7 @@ LaunchWindowView::LaunchWindowView(const Look& look, AppState& state, Browser& b
                 FlexibleSpace {},
                 buttons(),
             })));
-    connect(&m_state, &Observable::willChange, this, &LaunchWindowView::scheduleRefresh);
+    refreshOnChange(*this, m_state, [this] { refreshIfShown(); });
     connect(&look, &Look::changed, this, &LaunchWindowView::fit);
     // Wherever the keyboard is in the window.
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
@@ -211,18 +212,15 @@ void LaunchWindowView::showEvent(QShowEvent* event)
     refresh();
 }
 
-/// The state tells before it changes; what it is then is known when the loop turns again. A window that is not shown is
-/// brought up to date when it is.
-void LaunchWindowView::scheduleRefresh()
+/// While it is not shown nothing is laid out for nobody: it is brought up to date when it is.
+void LaunchWindowView::refreshIfShown()
 {
-    if (!isVisible() || std::exchange(m_isRefreshScheduled, true))
-        return;
-    QMetaObject::invokeMethod(this, &LaunchWindowView::refresh, Qt::QueuedConnection);
+    if (isVisible())
+        refresh();
 }
 
 void LaunchWindowView::refresh()
 {
-    m_isRefreshScheduled = false;
     m_autoOpenAds->setChecked(m_state.autoOpenAds());
     m_anonymousMode->setChecked(m_state.anonymousMode());
     CategoryConsent::refresh(*m_appSignalConsent, m_state);

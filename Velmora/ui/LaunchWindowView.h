@@ -48,7 +48,7 @@ private:
     QWidget* note(const QString& text);
 
     void openDashboard();
-    void scheduleRefresh();
+    void refreshIfShown();
     void refresh();
     void fit();
 
@@ -66,7 +66,6 @@ private:
     TextLabel* m_hint = nullptr;
     TextLabel* m_categories = nullptr;
     Button* m_gotIt = nullptr;
-    bool m_isRefreshScheduled = false;
 };
 
 } // namespace orvella

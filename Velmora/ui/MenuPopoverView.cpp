@@ -8,6 +8,7 @@
 #include "ui/CategoryConsent.h"
 #include "ui/Compose.h"
 #include "ui/Money.h"
+#include "ui/RefreshOnChange.h"
 #include "ui/ShownText.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/LinkButton.h"
@@ -56,7 +57,7 @@ MenuPopoverView::MenuPopoverView(const Look& look, AppState& state, const Platfo
     setObjectName(u"menuPopover"_s);
     setFixedSize(kSize);
     setLayout(column(0, {m_scroll, m_errorLine, FlexibleSpace {}}));
-    connect(&m_state, &Observable::willChange, this, &MenuPopoverView::scheduleRefresh);
+    refreshOnChange(*this, m_state, [this] { refreshIfShown(); });
     refresh();
 }
 
@@ -231,18 +232,15 @@ void MenuPopoverView::showEvent(QShowEvent* event)
     m_scroll->restart();
 }
 
-/// The state tells before it changes; what it is then is known when the loop turns again. While the menu is not shown,
-/// nothing is laid out for nobody: it is brought up to date when it opens.
-void MenuPopoverView::scheduleRefresh()
+/// While it is not shown nothing is laid out for nobody: it is brought up to date when it is.
+void MenuPopoverView::refreshIfShown()
 {
-    if (!isVisible() || std::exchange(m_isRefreshScheduled, true))
-        return;
-    QMetaObject::invokeMethod(this, &MenuPopoverView::refresh, Qt::QueuedConnection);
+    if (isVisible())
+        refresh();
 }
 
 void MenuPopoverView::refresh()
 {
-    m_isRefreshScheduled = false;
     const auto controls = [this] { return std::pair(m_offer->isPresent(), m_link->isPresent()); };
     const auto before = controls();
     refreshHeader();

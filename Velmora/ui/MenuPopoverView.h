@@ -54,7 +54,7 @@ private:
     SwitchRow* toggle(const QString& name, const QString& text, const QString& help, std::function<bool()> value,
         std::function<void(bool)> assign);
 
-    void scheduleRefresh();
+    void refreshIfShown();
     void refresh();
     void refreshHeader();
     void refreshOffer();
@@ -90,7 +90,6 @@ private:
     ScrollView* m_scroll = nullptr;
     /// When the ad on offer came or went, while the view was shown.
     std::optional<Instant> m_offerMoved;
-    bool m_isRefreshScheduled = false;
 };
 
 } // namespace orvella

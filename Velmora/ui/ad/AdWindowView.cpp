@@ -2,6 +2,7 @@
 
 #include "ui/Compose.h"
 #include "ui/Money.h"
+#include "ui/RefreshOnChange.h"
 #include "ui/ShownText.h"
 #include "ui/ad/AdTextButton.h"
 #include "ui/ad/AdViewing.h"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace orvella {
 
@@ -67,7 +67,7 @@ AdWindowView::AdWindowView(const Look& look, AdViewing& viewing)
             close(),
             FixedSpace {kTrailingPadding},
         }));
-    connect(&m_viewing, &Observable::willChange, this, &AdWindowView::scheduleRefresh);
+    refreshOnChange(*this, m_viewing, [this] { refresh(); });
     connect(&look, &Look::changed, this, &AdWindowView::fit);
     fit();
     refresh();
@@ -140,17 +140,8 @@ QWidget* AdWindowView::close()
     return m_close;
 }
 
-/// The viewing tells before it changes; what it is then is known when the loop turns again.
-void AdWindowView::scheduleRefresh()
-{
-    if (std::exchange(m_isRefreshScheduled, true))
-        return;
-    QMetaObject::invokeMethod(this, &AdWindowView::refresh, Qt::QueuedConnection);
-}
-
 void AdWindowView::refresh()
 {
-    m_isRefreshScheduled = false;
     const bool isPaid = m_viewing.completed();
     m_counting->setPresent(!isPaid);
     m_paid->setPresent(isPaid);

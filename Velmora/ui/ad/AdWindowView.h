@@ -37,7 +37,6 @@ private:
     QWidget* earnings();
     QWidget* information();
     QWidget* close();
-    void scheduleRefresh();
     void refresh();
     void fit();
 
@@ -49,7 +48,6 @@ private:
     TextLabel* m_earnings = nullptr;
     IconButton* m_information = nullptr;
     IconButton* m_close = nullptr;
-    bool m_isRefreshScheduled = false;
 };
 
 } // namespace orvella
