@@ -54,8 +54,7 @@ Measure measure(TypeStyle style)
 /// The palette itself where it is dark. Contrast is what counts of the other.
 QPalette darkPalette(const QPalette& palette)
 {
-    constexpr float kMiddle = 0.5F;
-    if (palette.color(QPalette::Window).lightnessF() < kMiddle)
+    if (isDarkBackground(palette.color(QPalette::Window)))
         return palette;
     QPalette dark(Qt::black);
     dark.setColor(QPalette::Link, Qt::cyan);
@@ -132,7 +131,7 @@ Theme Look::currentTheme() const
     case DesktopLook::Scheme::unknown:
         break;
     }
-    return palette.color(QPalette::Window).lightnessF() < 0.5F ? Theme::dark() : Theme::light();
+    return isDarkBackground(palette.color(QPalette::Window)) ? Theme::dark() : Theme::light();
 }
 
 } // namespace orvella

@@ -1,5 +1,7 @@
 #include "ui/look/Theme.h"
 
+#include "platform/DesktopLook.h"
+
 #include <QPalette>
 
 namespace orvella {
@@ -11,11 +13,6 @@ constexpr QColor colour(QRgb rgb, qreal opacity = 1.0)
     QColor result(rgb);
     result.setAlphaF(static_cast<float>(opacity));
     return result;
-}
-
-bool isDarkColour(const QColor& colour)
-{
-    return colour.lightnessF() < 0.5F;
 }
 
 } // namespace
@@ -89,8 +86,7 @@ Theme Theme::highContrast(const QPalette& palette)
     const auto window = palette.color(QPalette::Window);
     const auto text = palette.color(QPalette::WindowText);
     const auto highlight = palette.color(QPalette::Highlight);
-    const bool isDark = isDarkColour(window);
-    Theme theme = isDark ? dark() : light();
+    Theme theme = isDarkBackground(window) ? dark() : light();
     theme.surface = window;
     theme.window = window;
     theme.card = palette.color(QPalette::Base);

@@ -1,5 +1,7 @@
 #include "platform/linux/item/PanelTone.h"
 
+#include "platform/DesktopLook.h"
+
 #include <algorithm>
 
 namespace orvella {
@@ -11,7 +13,7 @@ PanelTone panelTone(const QStringList& desktops, const std::optional<QColor>& wi
         return PanelTone::dark;
     if (!window)
         return PanelTone::unknown;
-    return window->lightnessF() < 0.5F ? PanelTone::dark : PanelTone::light;
+    return isDarkBackground(*window) ? PanelTone::dark : PanelTone::light;
 }
 
 QColor statusColour(StatusAppearance::Tone tone, PanelTone panel)

@@ -17,9 +17,8 @@ namespace {
 /// Qt's own palette, where the desktop gives none, is a light one.
 DesktopLook::Scheme paletteScheme()
 {
-    constexpr float kMiddle = 0.5F;
     const auto window = QGuiApplication::palette().color(QPalette::Window);
-    return window.lightnessF() < kMiddle ? DesktopLook::Scheme::dark : DesktopLook::Scheme::light;
+    return isDarkBackground(window) ? DesktopLook::Scheme::dark : DesktopLook::Scheme::light;
 }
 
 /// How much larger than usual the fonts of this screen are. Xft.dpi and QT_FONT_DPI are in it only where Qt is told not
