@@ -1,6 +1,6 @@
 #include "ui/LaunchWindow.h"
 
-#include "ui/popover/Screens.h"
+#include "platform/Screens.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #include "ui/popover/Popover.h"
 
+#include "platform/Screens.h"
 #include "platform/WindowSystem.h"
-#include "ui/popover/Screens.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -199,7 +199,7 @@ void Popover::chooseFrame()
 void Popover::choosePlace()
 {
     const auto size = m_content->size();
-    const auto place = placePopover(size, m_anchor(), Screens::rooms(), Screens::home(), layoutDirection());
+    const auto place = placePopover(size, m_anchor(), Screens::areas(), Screens::home(), layoutDirection());
     m_corner = place.corner;
     m_frame.setBubble(place.bubble);
     const auto margins = m_frame.margins();

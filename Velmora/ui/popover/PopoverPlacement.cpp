@@ -24,7 +24,7 @@ int clampedTop(int wanted, QSize size, const QRect& area)
     return clamped(wanted, size.height(), area.top(), area.top() + area.height());
 }
 
-PopoverPlace inCorner(QSize size, const ScreenRoom& home, Qt::LayoutDirection direction)
+PopoverPlace inCorner(QSize size, const ScreenArea& home, Qt::LayoutDirection direction)
 {
     const auto& area = home.available;
     const auto barAbove = area.top() - home.whole.top();
@@ -62,14 +62,14 @@ PopoverPlace belowOrAbove(QSize size, const PopoverAnchor& anchor, const QRect& 
 
 } // namespace
 
-PopoverPlace placePopover(QSize size, const std::optional<PopoverAnchor>& anchor, const QList<ScreenRoom>& screens,
-    const ScreenRoom& home, Qt::LayoutDirection direction)
+PopoverPlace placePopover(QSize size, const std::optional<PopoverAnchor>& anchor, const QList<ScreenArea>& screens,
+    const ScreenArea& home, Qt::LayoutDirection direction)
 {
     if (!anchor)
         return inCorner(size, home, direction);
     const auto centre = anchor->rect.center();
     const auto screen =
-        std::ranges::find_if(screens, [centre](const ScreenRoom& room) { return room.whole.contains(centre); });
+        std::ranges::find_if(screens, [centre](const ScreenArea& room) { return room.whole.contains(centre); });
     if (screen == screens.end())
         return inCorner(size, home, direction);
     const auto& area = screen->available;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Screens.h"
 #include "ui/popover/Bubble.h"
 
 #include <QList>
@@ -22,12 +23,6 @@ struct PopoverAnchor {
     const QWidget* widget = nullptr;
 };
 
-/// A screen and the part of it that the bars of the desktop leave to windows.
-struct ScreenRoom {
-    QRect whole;
-    QRect available;
-};
-
 /// Where a popover is and what it looks like there.
 struct PopoverPlace {
     /// The top left corner of the content on the desktop.
@@ -43,6 +38,6 @@ struct PopoverPlace {
 /// that stands upright there is no arrow. Without an anchor that lies on one of the screens it is the corner of the
 /// work area of `home` that is nearest to the bar: at the end of the line in the direction of reading.
 [[nodiscard]] PopoverPlace placePopover(QSize size, const std::optional<PopoverAnchor>& anchor,
-    const QList<ScreenRoom>& screens, const ScreenRoom& home, Qt::LayoutDirection direction);
+    const QList<ScreenArea>& screens, const ScreenArea& home, Qt::LayoutDirection direction);
 
 } // namespace orvella

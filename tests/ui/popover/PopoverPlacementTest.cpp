@@ -8,12 +8,12 @@ namespace {
 
 constexpr QSize kSize(340, 540);
 /// A bar of 28 points above, one of 40 points below.
-const ScreenRoom kTopBar {{0, 0, 1280, 800}, {0, 28, 1280, 772}};
-const ScreenRoom kBottomBar {{0, 0, 1280, 800}, {0, 0, 1280, 760}};
-const ScreenRoom kLeftBar {{0, 0, 1280, 800}, {48, 0, 1232, 800}};
-const ScreenRoom kSecond {{1280, 0, 1024, 768}, {1280, 28, 1024, 740}};
+const ScreenArea kTopBar {{0, 0, 1280, 800}, {0, 28, 1280, 772}};
+const ScreenArea kBottomBar {{0, 0, 1280, 800}, {0, 0, 1280, 760}};
+const ScreenArea kLeftBar {{0, 0, 1280, 800}, {48, 0, 1232, 800}};
+const ScreenArea kSecond {{1280, 0, 1024, 768}, {1280, 28, 1024, 740}};
 
-PopoverPlace place(const ScreenRoom& screen, const std::optional<QRect>& item, QSize size = kSize,
+PopoverPlace place(const ScreenArea& screen, const std::optional<QRect>& item, QSize size = kSize,
     Qt::LayoutDirection direction = Qt::LeftToRight)
 {
     const auto anchor = item ? std::optional(PopoverAnchor {*item, 2}) : std::nullopt;

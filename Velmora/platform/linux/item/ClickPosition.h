@@ -1,18 +1,13 @@
 #pragma once
 
+#include "platform/Screens.h"
+
 #include <QList>
 #include <QPoint>
-#include <QRect>
 
 #include <optional>
 
 namespace orvella {
-
-/// A screen and the part of it that the desktop's panels leave to windows.
-struct ScreenArea {
-    QRect whole;
-    QRect available;
-};
 
 /// Where the status item was clicked, in screen coordinates; nothing where that is not known.
 ///

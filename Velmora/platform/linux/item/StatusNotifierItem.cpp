@@ -1,5 +1,6 @@
 #include "platform/linux/item/StatusNotifierItem.h"
 
+#include "platform/Screens.h"
 #include "platform/linux/item/ClickPosition.h"
 #include "platform/linux/item/PanelTone.h"
 #include "platform/linux/item/StatusIcon.h"
@@ -10,7 +11,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QGuiApplication>
-#include <QScreen>
 
 #include <utility>
 
@@ -23,14 +23,6 @@ namespace {
 constexpr auto kItemPath = "/StatusNotifierItem"_L1;
 constexpr auto kWatcherPath = "/StatusNotifierWatcher"_L1;
 constexpr auto kWatcherService = "org.kde.StatusNotifierWatcher"_L1;
-
-QList<ScreenArea> screenAreas()
-{
-    QList<ScreenArea> areas;
-    for (const auto* screen : QGuiApplication::screens())
-        areas.append({screen->geometry(), screen->availableGeometry()});
-    return areas;
-}
 
 /// Only an X server tells where the pointer is; under Wayland, its X server has an old position.
 std::optional<QPoint> pointerPosition()
@@ -159,7 +151,7 @@ void StatusNotifierItem::registerAt(const QString& watcher)
 
 void StatusNotifierItem::clicked(QPoint reported)
 {
-    m_lastClick = clickPosition(reported, screenAreas(), pointerPosition());
+    m_lastClick = clickPosition(reported, Screens::areas(), pointerPosition());
     if (m_handlers.clicked)
         m_handlers.clicked();
 }
@@ -167,7 +159,7 @@ void StatusNotifierItem::clicked(QPoint reported)
 void StatusNotifierItem::menuRequested(QPoint reported)
 {
     const auto pointer = pointerPosition();
-    m_lastClick = clickPosition(reported, screenAreas(), pointer);
+    m_lastClick = clickPosition(reported, Screens::areas(), pointer);
     if (m_handlers.menuRequested)
         m_handlers.menuRequested(m_lastClick.value_or(pointer.value_or(reported)));
 }

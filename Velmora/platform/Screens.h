@@ -1,17 +1,24 @@
 #pragma once
 
-#include "ui/popover/PopoverPlacement.h"
+#include <QList>
+#include <QRect>
 
 namespace orvella {
+
+/// A screen and the part of it that the desktop's bars leave to windows.
+struct ScreenArea {
+    QRect whole;
+    QRect available;
+};
 
 /// The screens of the desktop as they are now.
 class Screens final {
 public:
     Screens() = delete;
 
-    [[nodiscard]] static QList<ScreenRoom> rooms();
+    [[nodiscard]] static QList<ScreenArea> areas();
     /// The one that the viewer is at, as far as the pointer tells.
-    [[nodiscard]] static ScreenRoom home();
+    [[nodiscard]] static ScreenArea home();
     /// Whether this place belongs to one of the desktop's bars.
     [[nodiscard]] static bool isInBar(QPoint place);
 };

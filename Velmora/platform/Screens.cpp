@@ -1,4 +1,4 @@
-#include "ui/popover/Screens.h"
+#include "platform/Screens.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -8,26 +8,26 @@ namespace orvella {
 
 namespace {
 
-ScreenRoom room(const QScreen& screen)
+ScreenArea area(const QScreen& screen)
 {
     return {screen.geometry(), screen.availableGeometry()};
 }
 
 } // namespace
 
-QList<ScreenRoom> Screens::rooms()
+QList<ScreenArea> Screens::areas()
 {
-    QList<ScreenRoom> result;
+    QList<ScreenArea> result;
     for (const auto* const screen : QGuiApplication::screens())
-        result.append(room(*screen));
+        result.append(area(*screen));
     return result;
 }
 
-ScreenRoom Screens::home()
+ScreenArea Screens::home()
 {
     const auto* const under = QGuiApplication::screenAt(QCursor::pos());
     const auto* const screen = under ? under : QGuiApplication::primaryScreen();
-    return screen ? room(*screen) : ScreenRoom {};
+    return screen ? area(*screen) : ScreenArea {};
 }
 
 bool Screens::isInBar(QPoint place)
