@@ -96,6 +96,7 @@ void Life::live(std::chrono::days days)
 void Life::start()
 {
     m_journal.note(u"program: starts"_s);
+    m_service.beginRun();
     m_run = std::make_unique<Run>(*this, m_settingsPath);
     step();
 }

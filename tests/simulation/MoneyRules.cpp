@@ -12,6 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 MoneyRules::MoneyRules(const World& world, const AppState& state)
     : m_world(world)
     , m_state(state)
+    , m_shownLateCredits(world.service.lateCredits())
 {
 }
 
@@ -70,11 +71,14 @@ void MoneyRules::check(bool hasStarted) const
         u"The wallet is not asked for where it has to be."_s);
 }
 
-/// What the service has credited is not shown, and no answer is under way that would tell.
-bool MoneyRules::isMissing() const
+/// What the service has credited in this run is not shown, and no answer is under way that would tell.
+bool MoneyRules::isMissing()
 {
-    return m_owed == 0 && m_inFlight == 0
-        && m_world.service.wallet().wallet.lifetimeCents != m_wallet.wallet.lifetimeCents;
+    if (m_world.service.wallet().wallet.lifetimeCents == m_wallet.wallet.lifetimeCents) {
+        m_shownLateCredits = m_world.service.lateCredits();
+        return false;
+    }
+    return m_owed == 0 && m_inFlight == 0 && m_shownLateCredits == m_world.service.lateCredits();
 }
 
 } // namespace orvella::simulation

@@ -27,7 +27,7 @@ public:
     void check(bool hasStarted) const;
 
 private:
-    [[nodiscard]] bool isMissing() const;
+    [[nodiscard]] bool isMissing();
 
     const World& m_world;
     const AppState& m_state;
@@ -41,6 +41,8 @@ private:
     /// Whether one more is allowed.
     int m_allowedWallets = 0;
     std::optional<double> m_lastEarnedCents;
+    /// How many credits for views of earlier runs were there when all that was credited was last shown.
+    qint64 m_shownLateCredits;
 };
 
 } // namespace orvella::simulation

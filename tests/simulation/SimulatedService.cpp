@@ -154,7 +154,7 @@ HttpReply SimulatedService::startSession(const Json::Object& body)
         m_sessions.clear();
     const auto id = u"session-%1"_s.arg(++m_lastSession);
     const auto& ad = *found;
-    m_sessions.insert_or_assign(id, Session {ad, m_clock.now(), {}});
+    m_sessions.insert_or_assign(id, Session {ad, m_clock.now(), m_run, {}});
     return success(AdSession {id, ad.requiredSeconds, u"2030-01-01T00:00:15Z"_s, ad.targetUrl, ad.viewerEarnCents});
 }
 
@@ -179,6 +179,8 @@ HttpReply SimulatedService::complete(const Json::Object& body)
         m_wallet.wallet.pendingCents += session.ad.viewerEarnCents;
         m_wallet.wallet.lifetimeCents += session.ad.viewerEarnCents;
         ++m_creditedViews;
+        if (session.run != m_run)
+            ++m_lateCredits;
         m_journal.note(u"service: %1 credited with %2 cents"_s.arg(found->first).arg(session.ad.viewerEarnCents));
     }
     return success(*session.verdict);

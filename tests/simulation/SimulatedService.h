@@ -19,6 +19,11 @@ public:
 
     SimulatedService(Clock& clock, Chance& chance, Journal& journal);
 
+    /// The program starts. What it may still credit for views of an earlier run, this one cannot know of.
+    void beginRun() { ++m_run; }
+    /// How often it has done so.
+    [[nodiscard]] qint64 lateCredits() const { return m_lateCredits; }
+
     /// Does what the request asks for and answers it.
     [[nodiscard]] HttpReply answer(const HttpRequest& request);
 
@@ -37,6 +42,7 @@ private:
     struct Session {
         AvailableAd ad;
         Instant started;
+        int run = 0;
         std::optional<CompletionResponse> verdict;
     };
 
@@ -58,6 +64,8 @@ private:
     int m_lastSession = 0;
     WalletResponse m_wallet;
     qint64 m_creditedViews = 0;
+    int m_run = 0;
+    qint64 m_lateCredits = 0;
     /// How often there is an ad: once in so many questions.
     qint64 m_scarcity;
 };
