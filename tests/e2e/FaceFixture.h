@@ -41,8 +41,9 @@ protected:
     static bool settles(Popover& popover)
     {
         const auto* const content = popover.findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        const bool isThere = QTest::qWaitForWindowExposed(&popover)
-            && QTest::qWaitFor([&] { return content->mapToGlobal(QPoint()) == popover.contentRect().topLeft(); });
+        const bool isThere = QTest::qWaitForWindowExposed(&popover, kPatienceMs)
+            && QTest::qWaitFor(
+                [&] { return content->mapToGlobal(QPoint()) == popover.contentRect().topLeft(); }, kPatienceMs);
         QTest::qWait(kSettledMs);
         return isThere;
     }

@@ -63,6 +63,7 @@ private Q_SLOTS:
         QVERIFY(VirtualDesktop::click({200, 400}));
 
         QTRY_VERIFY_WITH_TIMEOUT(!menu(), kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(editor.isActive(), kPatienceMs);
         QVERIFY(type(u"typed"_s));
         QTRY_COMPARE_WITH_TIMEOUT(editor.text(), u"typed"_s, kPatienceMs);
     }
@@ -136,6 +137,8 @@ private Q_SLOTS:
         QVERIFY(editor.start({100, 300, 400, 300}));
         launch();
         QVERIFY(VirtualDesktop::click({200, 400}));
+        QVERIFY(type(u"typed"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(editor.text(), u"typed"_s, kPatienceMs);
 
         m_delegate->applicationShouldHandleReopen();
 

@@ -1,6 +1,7 @@
 #include "support/PlainEditor.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QPlainTextEdit>
 #include <QSaveFile>
@@ -16,6 +17,21 @@ namespace {
 
 const QString kOption = u"--plain-editor"_s;
 constexpr int kPatienceMs = 20'000;
+constexpr auto kActive = "active";
+constexpr auto kInactive = "inactive";
+
+/// Tells on its standard output, a line each time, whether it has the keyboard.
+class TellingEdit final : public QPlainTextEdit {
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        QPlainTextEdit::changeEvent(event);
+        if (event->type() != QEvent::ActivationChange)
+            return;
+        std::puts(isActiveWindow() ? kActive : kInactive);
+        std::fflush(stdout);
+    }
+};
 
 } // namespace
 
@@ -33,7 +49,15 @@ bool PlainEditor::start(const QRect& place)
     for (const int number : {place.x(), place.y(), place.width(), place.height()})
         arguments.append(QString::number(number));
     m_process.start(QApplication::applicationFilePath(), arguments);
-    return QTest::qWaitFor([this] { return m_process.readAllStandardOutput().contains("active"); }, kPatienceMs);
+    return QTest::qWaitFor([this] { return isActive(); }, kPatienceMs);
+}
+
+bool PlainEditor::isActive()
+{
+    m_told += m_process.readAllStandardOutput();
+    const auto lines = m_told.split('\n');
+    // Behind the last of them is nothing.
+    return lines.size() > 1 && lines.at(lines.size() - 2) == kActive;
 }
 
 QString PlainEditor::text() const
@@ -49,7 +73,7 @@ bool PlainEditor::isWanted(const QStringList& arguments)
 
 int PlainEditor::run(const QStringList& arguments)
 {
-    QPlainTextEdit editor;
+    TellingEdit editor;
     QObject::connect(&editor, &QPlainTextEdit::textChanged, &editor, [&editor, path = arguments.value(2)] {
         QSaveFile file(path);
         if (file.open(QIODevice::WriteOnly)) {
@@ -61,10 +85,6 @@ int PlainEditor::run(const QStringList& arguments)
         arguments.value(3).toInt(), arguments.value(4).toInt(), arguments.value(5).toInt(), arguments.value(6).toInt());
     editor.show();
     editor.activateWindow();
-    if (!QTest::qWaitForWindowActive(&editor, kPatienceMs))
-        return 1;
-    std::puts("active");
-    std::fflush(stdout);
     return QApplication::exec();
 }
 

@@ -18,6 +18,8 @@ public:
     /// Opens its window there, which takes the keyboard. False where it does not come up.
     [[nodiscard]] bool start(const QRect& place);
 
+    /// Whether it has the keyboard.
+    [[nodiscard]] bool isActive();
     /// What has been typed into it.
     [[nodiscard]] QString text() const;
 
@@ -26,6 +28,7 @@ public:
 
 private:
     QProcess m_process;
+    QByteArray m_told;
     QTemporaryDir m_folder;
 };
 
