@@ -1,6 +1,7 @@
 #include "base/Version.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -31,6 +32,27 @@ QString contentOf(const QString& path)
 QString found(const QString& text, const QString& pattern)
 {
     return QRegularExpression(pattern, QRegularExpression::MultilineOption).match(text).captured(1);
+}
+
+/// All that the program is made of.
+QString everySource()
+{
+    QString sources;
+    QDirIterator files(QStringLiteral(ORVELLA_SOURCE_DIR) + u"/Velmora"_s, {u"*.h"_s, u"*.cpp"_s}, QDir::Files,
+        QDirIterator::Subdirectories);
+    while (files.hasNext())
+        sources += contentOf(files.next());
+    return sources;
+}
+
+/// The package that installs a library whose file's name begins so; empty where none does.
+QString debianPackageWith(const QString& file)
+{
+    QProcess process;
+    process.start(u"dpkg"_s, {u"--search"_s, u"*/"_s + file + u'*'});
+    if (!process.waitForFinished(kPatienceMs))
+        return {};
+    return found(QString::fromUtf8(process.readAll()), u"^([a-z0-9.+-]+):"_s);
 }
 
 /// What a checker has to say; nothing where all is well.
@@ -113,6 +135,29 @@ private Q_SLOTS:
         for (const auto& file : files) {
             const auto language = found(file, u"orvella_(.+)\\.ts"_s);
             QVERIFY2(entry.contains(u"\n%1[%2]="_s.arg(key, language)), qUtf8Printable(language));
+        }
+    }
+
+    /// The program's file does not name them, so whoever makes a package would not find them.
+    void everyLibraryThatIsLoadedLateIsNamedToThePackages()
+    {
+        // The name may be a parameter, with libcurl's own as its default.
+        static const QRegularExpression name(
+            uR"re((?:LateLibrary library\(|QString& name = )QStringLiteral\("([a-z-]+)"\))re"_s);
+        const auto sources = everySource();
+        QStringList libraries;
+        for (const auto& match : name.globalMatch(sources))
+            libraries.append(match.captured(1));
+        QVERIFY(!libraries.isEmpty());
+        QCOMPARE(libraries.size(), sources.count(u"LateLibrary library("_s));
+
+        const auto appImage = contentOf(packaging(u"appimage/build"_s));
+        const auto package = contentOf(packaging(u"debian/control"_s));
+        for (const auto& library : libraries) {
+            const auto file = u"lib%1.so."_s.arg(library);
+            QVERIFY2(appImage.contains(u' ' + file), qUtf8Printable(file));
+            const auto owner = debianPackageWith(file);
+            QVERIFY2(!owner.isEmpty() && package.contains(u"\n %1,\n"_s.arg(owner)), qUtf8Printable(file + owner));
         }
     }
 
