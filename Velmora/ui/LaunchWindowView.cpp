@@ -52,7 +52,7 @@ LaunchWindowView::LaunchWindowView(const Look& look, AppState& state, Browser& b
                 FlexibleSpace {},
                 buttons(),
             })));
-    refreshOnChange(*this, m_state, [this] { refreshIfShown(); });
+    refreshWhileShown(*this, m_state, [this] { refresh(); });
     connect(&look, &Look::changed, this, &LaunchWindowView::fit);
     // Wherever the keyboard is in the window.
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
@@ -210,13 +210,6 @@ void LaunchWindowView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     refresh();
-}
-
-/// While it is not shown nothing is laid out for nobody: it is brought up to date when it is.
-void LaunchWindowView::refreshIfShown()
-{
-    if (isVisible())
-        refresh();
 }
 
 void LaunchWindowView::refresh()

@@ -48,7 +48,6 @@ private:
     QWidget* note(const QString& text);
 
     void openDashboard();
-    void refreshIfShown();
     void refresh();
     void fit();
 

@@ -57,7 +57,7 @@ MenuPopoverView::MenuPopoverView(const Look& look, AppState& state, const Platfo
     setObjectName(u"menuPopover"_s);
     setFixedSize(kSize);
     setLayout(column(0, {m_scroll, m_errorLine, FlexibleSpace {}}));
-    refreshOnChange(*this, m_state, [this] { refreshIfShown(); });
+    refreshWhileShown(*this, m_state, [this] { refresh(); });
     refresh();
 }
 
@@ -230,13 +230,6 @@ void MenuPopoverView::showEvent(QShowEvent* event)
     refresh();
     m_offerMoved.reset();
     m_scroll->restart();
-}
-
-/// While it is not shown nothing is laid out for nobody: it is brought up to date when it is.
-void MenuPopoverView::refreshIfShown()
-{
-    if (isVisible())
-        refresh();
 }
 
 void MenuPopoverView::refresh()

@@ -54,7 +54,6 @@ private:
     SwitchRow* toggle(const QString& name, const QString& text, const QString& help, std::function<bool()> value,
         std::function<void(bool)> assign);
 
-    void refreshIfShown();
     void refresh();
     void refreshHeader();
     void refreshOffer();

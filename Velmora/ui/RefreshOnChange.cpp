@@ -21,4 +21,12 @@ void refreshOnChange(QWidget& view, const Observable& observed, std::function<vo
     QObject::connect(&observed, &Observable::willChange, &view, follow);
 }
 
+void refreshWhileShown(QWidget& view, const Observable& observed, std::function<void()> refresh)
+{
+    refreshOnChange(view, observed, [&view, refresh = std::move(refresh)] {
+        if (view.isVisible())
+            refresh();
+    });
+}
+
 } // namespace orvella
