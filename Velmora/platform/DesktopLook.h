@@ -1,18 +1,10 @@
 #pragma once
 
-#include <QColor>
 #include <QString>
 
 #include <functional>
 
 namespace orvella {
-
-/// Whether text on such a background has to be light.
-[[nodiscard]] inline bool isDarkBackground(const QColor& background)
-{
-    constexpr float kMiddle = 0.5F;
-    return background.lightnessF() < kMiddle;
-}
 
 /// How the viewer wants things to look, as the desktop says it, followed live.
 class DesktopLook {

@@ -11,7 +11,8 @@ struct ScreenArea {
     QRect available;
 };
 
-/// The screens of the desktop as they are now.
+/// The screens of the desktop as they are now, for windows of the program's own. How large windows of others are beside
+/// their screens is asked of `ForegroundFacts`, in its units.
 class Screens final {
 public:
     Screens() = delete;

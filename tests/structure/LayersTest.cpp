@@ -56,6 +56,18 @@ bool liesIn(const QString& path, const QString& folder)
     return path.startsWith(folder + u'/');
 }
 
+/// The names of the layers directly below a folder, in order.
+QStringList layersIn(const QString& folder)
+{
+    QStringList names;
+    for (const auto& [layer, allowed] : kLayers) {
+        const QFileInfo place(layer);
+        if (place.path() == folder)
+            names.append(place.fileName());
+    }
+    return names;
+}
+
 /// The innermost layer that a source of the project belongs to; empty for what puts the program together.
 QString layerOf(const QString& path)
 {
@@ -145,6 +157,23 @@ private Q_SLOTS:
                 wrong.append(source + u" includes "_s + included);
         }
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+    }
+
+    void everyFolderIsALayer_data()
+    {
+        QTest::addColumn<QStringList>("folders");
+        QTest::addColumn<QString>("parent");
+
+        QTest::newRow("the program") << layersIn(u"Velmora"_s) << u"Velmora"_s;
+        QTest::newRow("Linux") << layersIn(u"Velmora/platform/linux"_s) << u"Velmora/platform/linux"_s;
+    }
+
+    void everyFolderIsALayer()
+    {
+        QFETCH(const QStringList, folders);
+        QFETCH(const QString, parent);
+
+        QCOMPARE(folders, QDir(kRoot.filePath(parent)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name));
     }
 
     void theDirectionOfAnIncludeDecides_data()

@@ -1,5 +1,6 @@
 #include "ui/look/Look.h"
 
+#include "platform/DarkBackground.h"
 #include "platform/DesktopLook.h"
 
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "ui/look/Theme.h"
 
-#include "platform/DesktopLook.h"
+#include "platform/DarkBackground.h"
 
 #include <QPalette>
 

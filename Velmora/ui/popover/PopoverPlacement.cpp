@@ -68,8 +68,8 @@ PopoverPlace placePopover(QSize size, const std::optional<PopoverAnchor>& anchor
     if (!anchor)
         return inCorner(size, home, direction);
     const auto centre = anchor->rect.center();
-    const auto screen =
-        std::ranges::find_if(screens, [centre](const ScreenArea& room) { return room.whole.contains(centre); });
+    const auto screen = std::ranges::find_if(
+        screens, [centre](const ScreenArea& candidate) { return candidate.whole.contains(centre); });
     if (screen == screens.end())
         return inCorner(size, home, direction);
     const auto& area = screen->available;

@@ -1,4 +1,4 @@
-#include "platform/linux/files/ProfileFolder.h"
+#include "platform/linux/ProfileFolder.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,7 +3,7 @@
 #include "platform/RunningApplications.h"
 #include "platform/linux/applications/ApplicationUnits.h"
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/x11/X11Windows.h"
+#include "platform/linux/applications/X11Windows.h"
 
 #include <QProcessEnvironment>
 #include <QString>

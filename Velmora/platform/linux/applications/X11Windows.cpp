@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11Windows.h"
+#include "platform/linux/applications/X11Windows.h"
 
 #include "platform/linux/x11/X11Atom.h"
 #include "platform/linux/x11/X11Hints.h"

@@ -1,6 +1,6 @@
 #include "platform/linux/item/PanelTone.h"
 
-#include "platform/DesktopLook.h"
+#include "platform/DarkBackground.h"
 
 #include <algorithm>
 

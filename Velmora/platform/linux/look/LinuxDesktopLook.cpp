@@ -1,5 +1,7 @@
 #include "platform/linux/look/LinuxDesktopLook.h"
 
+#include "platform/DarkBackground.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>

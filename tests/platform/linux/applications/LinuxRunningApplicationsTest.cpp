@@ -1,7 +1,7 @@
 #include "platform/linux/applications/LinuxRunningApplications.h"
 
+#include "platform/linux/applications/X11Windows.h"
 #include "platform/linux/x11/X11Display.h"
-#include "platform/linux/x11/X11Windows.h"
 #include "support/ControlGroupTree.h"
 #include "support/PlainWindow.h"
 
