@@ -39,6 +39,8 @@ bool MoneyRules::walletAnswered(int number, const std::optional<WalletResponse>&
         return false;
     m_walletNumber = number;
     m_wallet = *wallet;
+    if (isAllShown())
+        m_shownLateCredits = m_world.service.lateCredits();
     return true;
 }
 
@@ -71,14 +73,15 @@ void MoneyRules::check(bool hasStarted) const
         u"The wallet is not asked for where it has to be."_s);
 }
 
-/// What the service has credited in this run is not shown, and no answer is under way that would tell.
-bool MoneyRules::isMissing()
+bool MoneyRules::isAllShown() const
 {
-    if (m_world.service.wallet().wallet.lifetimeCents == m_wallet.wallet.lifetimeCents) {
-        m_shownLateCredits = m_world.service.lateCredits();
-        return false;
-    }
-    return m_owed == 0 && m_inFlight == 0 && m_shownLateCredits == m_world.service.lateCredits();
+    return m_world.service.wallet().wallet.lifetimeCents == m_wallet.wallet.lifetimeCents;
+}
+
+/// What the service has credited in this run is not shown, and no answer is under way that would tell.
+bool MoneyRules::isMissing() const
+{
+    return m_owed == 0 && m_inFlight == 0 && !isAllShown() && m_shownLateCredits == m_world.service.lateCredits();
 }
 
 } // namespace orvella::simulation

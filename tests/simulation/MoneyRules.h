@@ -27,7 +27,8 @@ public:
     void check(bool hasStarted) const;
 
 private:
-    [[nodiscard]] bool isMissing();
+    [[nodiscard]] bool isAllShown() const;
+    [[nodiscard]] bool isMissing() const;
 
     const World& m_world;
     const AppState& m_state;

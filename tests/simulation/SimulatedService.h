@@ -21,7 +21,7 @@ public:
 
     /// The program starts. What it may still credit for views of an earlier run, this one cannot know of.
     void beginRun() { ++m_run; }
-    /// How often it has done so.
+    /// How often it has credited a view of an earlier run.
     [[nodiscard]] qint64 lateCredits() const { return m_lateCredits; }
 
     /// Does what the request asks for and answers it.
