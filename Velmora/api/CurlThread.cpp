@@ -29,7 +29,8 @@ bool hasHashedNames(const char* folder)
 
 const CurlThread& CurlThread::current()
 {
-    // Qt waits for what it deletes with a thread, but not for variables of the language's own.
+    // Deliberate: reached without being handed over. The threads are the pool's, so nobody else could own what is
+    // theirs; and Qt waits for what it deletes with a thread, but not for variables of the language's own.
     static QThreadStorage<CurlThread*> threads;
     if (!threads.hasLocalData())
         threads.setLocalData(new CurlThread);

@@ -6,8 +6,8 @@
 
 namespace orvella {
 
-/// What a thread keeps from one transfer to the next, for as long as it lives. It is for that thread alone; the threads
-/// are the pool's, so nobody else could hold it for them.
+/// What a thread keeps from one transfer to the next, for as long as it lives: a pool's thread goes some seconds after
+/// its last transfer. It is for that thread alone.
 class CurlThread final {
 public:
     /// Of the thread that asks.

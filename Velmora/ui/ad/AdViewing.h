@@ -49,7 +49,7 @@ public:
     [[nodiscard]] const AvailableAd& ad() const { return m_ad; }
 
     /// Whether the view was reported as complete, and may have been credited, without an answer that says so: none has
-    /// come so far, or it got lost.
+    /// come so far, or none that could be read.
     [[nodiscard]] bool awaitsVerdict() const { return m_awaitsVerdict; }
 
     /// What the ad pays, in cents: exact where the service says so.
